@@ -1,0 +1,136 @@
+// What a user waits for with pipes: regeneration of a large plan, and setting pipes from Lisp.
+//
+// The floor of regeneration is a bare loop that computes and stores the same end points with one sine and
+// cosine a pipe. Times are per emitted primitive; "items_per_second" counts primitives, or calls.
+
+#include "drawing/AcDbDatabase.h"
+#include "editor/DocumentManager.h"
+#include "graphics/NullSink.h"
+#include "graphics/Recorder.h"
+#include "host/acrxEntryPoint.h"
+#include "lisp/Engine.h"
+#include "pipe/PlumbPipe.h"
+#include "runtime/Host.h"
+#include "scripting/Scripting.h"
+
+#include <benchmark/benchmark.h>
+
+#include <cmath>
+#include <memory>
+#include <vector>
+
+namespace {
+
+constexpr int kPipes = 100'000;
+constexpr int kFittings = 4;
+constexpr int kPrimitives = 1 + kFittings; // the run, and its fittings
+
+// A host with the module's functions, and a drawing to work in.
+struct Session {
+    Session() {
+        veldrin::scripting::install(host);
+        acrxEntryPoint(AcRx::kInitAppMsg, nullptr);
+        host.documents().newDocument();
+        acrxEntryPoint(AcRx::kLoadDwgMsg, nullptr);
+    }
+    ~Session() { acrxEntryPoint(AcRx::kUnloadAppMsg, nullptr); }
+
+    veldrin::Host host;
+};
+
+AcGePoint3d startOf(int i) { return {(i % 300) * 40.0, (i / 300) * 40.0, 96.0}; }
+double angleOf(int i) { return 0.001 * i; }
+
+enum class Fittings { kElbows, kArcs };
+
+std::vector<std::unique_ptr<plumb::PlumbPipe>> makePipes(Fittings fittings) {
+    std::vector<std::unique_ptr<plumb::PlumbPipe>> pipes;
+    for (int i = 0; i < kPipes; ++i) {
+        auto pipe = std::make_unique<plumb::PlumbPipe>();
+        const AcGePoint3d start = startOf(i);
+        pipe->setStart(start, true);
+        pipe->setEnd({start.x + 30.0 * std::cos(angleOf(i)), start.y + 30.0 * std::sin(angleOf(i)), 96.0}, true);
+        pipe->edit().dArcRadius = 4.0;
+        for (int f = 0; f < kFittings; ++f) {
+            if (fittings == Fittings::kElbows) pipe->addElbow({4.0, 0.7853981625 * (f - 1.5)});
+            else pipe->addArc({1.570796325, 2.0 * f, f % 2 == 0 ? 1 : -1});
+        }
+        pipes.push_back(std::move(pipe));
+    }
+    return pipes;
+}
+
+void count(benchmark::State& state) {
+    const auto total = state.iterations() * kPipes * kPrimitives;
+    state.SetItemsProcessed(total);
+    state.counters["time_per_primitive"] =
+        benchmark::Counter(static_cast<double>(total), benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+}
+
+void bareLoop(benchmark::State& state) {
+    std::vector<AcGePoint3d> ends(static_cast<std::size_t>(kPipes) * kPrimitives * 2);
+    for (auto _ : state) {
+        std::size_t at = 0;
+        for (int i = 0; i < kPipes; ++i) {
+            const AcGePoint3d start = startOf(i);
+            const double c = std::cos(angleOf(i));
+            const double s = std::sin(angleOf(i));
+            const AcGePoint3d end(start.x + 30.0 * c, start.y + 30.0 * s, start.z);
+            ends[at++] = start;
+            ends[at++] = end;
+            for (int f = 0; f < kFittings; ++f) {
+                ends[at++] = end;
+                ends[at++] = {end.x + 4.0 * (c - s * f), end.y + 4.0 * (s + c * f), end.z};
+            }
+        }
+        benchmark::DoNotOptimize(ends.data());
+        benchmark::ClobberMemory();
+    }
+    count(state);
+}
+
+void intoNullSink(benchmark::State& state, Fittings fittings) {
+    const Session session;
+    const auto pipes = makePipes(fittings);
+    for (auto _ : state) {
+        veldrin::NullSink sink;
+        for (const auto& pipe : pipes) veldrin::drawEntity(*pipe, sink);
+        if (sink.primitives() != static_cast<std::uint64_t>(kPipes) * kPrimitives) state.SkipWithError("count");
+    }
+    count(state);
+}
+
+void intoRecorder(benchmark::State& state, Fittings fittings) {
+    const Session session;
+    const auto pipes = makePipes(fittings);
+    veldrin::DisplayList list;
+    veldrin::Recorder recorder(list);
+    for (auto _ : state) {
+        recorder.restart();
+        for (const auto& pipe : pipes) veldrin::drawEntity(*pipe, recorder);
+        benchmark::DoNotOptimize(list.size());
+    }
+    count(state);
+}
+
+void setPipeInfo(benchmark::State& state) {
+    Session session;
+    veldrin::lisp::Engine& lisp = session.host.lisp();
+    lisp.runText("(setq pipe (vq_plumb-insertPipe 1 '(0 0 0) '(100 0 0)))");
+    constexpr int kCalls = 10'000;
+    for (auto _ : state) {
+        const auto outcome = lisp.runText("(repeat 10000 (vq_plumb-setPipeInfo pipe '(\"P2\" (120.0 5.0 0.0)) "
+                                          "'(\"HEADOFFSET\" 6.0) '(\"ELBOWLIST\" 8.0 0.78 8.0 -0.78)))");
+        if (!outcome) state.SkipWithError("the call failed");
+    }
+    state.SetItemsProcessed(state.iterations() * kCalls);
+}
+
+BENCHMARK(bareLoop)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(intoNullSink, elbows, Fittings::kElbows)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(intoNullSink, arcs, Fittings::kArcs)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(intoRecorder, elbows, Fittings::kElbows)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(intoRecorder, arcs, Fittings::kArcs)->Unit(benchmark::kMillisecond);
+BENCHMARK(setPipeInfo)->Unit(benchmark::kMillisecond);
+
+} // namespace

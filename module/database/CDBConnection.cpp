@@ -1,0 +1,10 @@
+#include "database/CDBConnection.h"
+
+namespace plumb {
+
+CString CDBConnection::Open(const CString&, bool, bool) {
+    return {};
+}
+void CDBConnection::Close() {}
+
+} // namespace plumb

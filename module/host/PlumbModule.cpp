@@ -1,0 +1,51 @@
+#include "host/PlumbModule.h"
+
+#include "database/CDBConnection.h"
+#include "editor/aced.h"
+#include "host/DatabaseEngine.h"
+#include "host/LispFunctions.h"
+#include "host/vqPlumbContext.h"
+#include "pipe/PlumbPipe.h"
+#include "runtime/AcRxClass.h"
+
+namespace plumb {
+
+ModuleState& moduleState() {
+    static ModuleState state;
+    return state;
+}
+
+AcRx::AppRetCode loadModule(void* package) {
+    ModuleState& state = moduleState();
+    if (!startDatabaseEngine(state.bOwnDaoState)) return AcRx::kRetError;
+    try {
+        acrxUnlockApplication(package);
+        acrxRegisterAppMDIAware(package);
+        state.theContext = std::make_unique<vqPlumbContext>();
+        state.theContext->ConnectProject(false); // a drawing without a project is as good
+        PlumbPipe::rxInit();
+        acrxBuildClassHierarchy();
+    } catch (...) {
+        // A module that does not load leaves nothing behind in the host.
+        unloadModule();
+        throw;
+    }
+    return AcRx::kRetOK;
+}
+
+AcRx::AppRetCode loadDrawing() {
+    acutPrintf("\nLoading Veldrin Plumbing ARX %s", moduleVersion);
+    acutPrintf("\n\u00A9 Veldrin contributors. Free software under the MIT License.\n");
+    defineLispFunctions();
+    return AcRx::kRetOK;
+}
+
+AcRx::AppRetCode unloadModule() {
+    ModuleState& state = moduleState();
+    state.theContext.reset();
+    PlumbPipe::unregister();
+    stopDatabaseEngine(state.bOwnDaoState);
+    return AcRx::kRetOK;
+}
+
+} // namespace plumb

@@ -1,0 +1,119 @@
+#include "drawing/AcDbBlockTable.h"
+
+#include "drawing/AcDbDatabase.h"
+#include "drawing/AcDbDwgFiler.h"
+#include "drawing/AcDbDxfFiler.h"
+#include "drawing/AcDbEntity.h"
+#include "drawing/AcDbObjectAccess.h"
+#include "drawing/SymbolNames.h"
+#include "runtime/AcRxMacros.h"
+
+#include <algorithm>
+#include <utility>
+
+ACRX_DEFINE_MEMBERS(AcDbBlockTableRecord, AcDbSymbolTableRecord, "BLOCK_RECORD");
+ACRX_DEFINE_MEMBERS(AcDbBlockTable, AcDbSymbolTable, "");
+
+namespace {
+
+constexpr int kAnonymous = 1;
+
+bool wasErased(AcDbObjectId id) {
+    return id.isErased();
+}
+
+} // namespace
+
+AcDbBlockTableRecord::AcDbBlockTableRecord() = default;
+AcDbBlockTableRecord::~AcDbBlockTableRecord() = default;
+
+Acad::ErrorStatus AcDbBlockTableRecord::setOrigin(const AcGePoint3d& origin) {
+    assertWriteEnabled();
+    m_origin = origin;
+    return Acad::eOk;
+}
+
+bool AcDbBlockTableRecord::isLayout() const {
+    return veldrin::sameSymbolName(m_name, ACDB_MODEL_SPACE) ||
+           veldrin::sameSymbolName(m_name, ACDB_PAPER_SPACE);
+}
+
+bool AcDbBlockTableRecord::isAnonymous() const {
+    return m_name.starts_with('*') && !isLayout();
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbEntity* entity) {
+    if (!entity) return Acad::eNullObjectPointer;
+    if (!entity->objectId().isNull()) return Acad::eAlreadyInDatabase;
+    if (!database()) return Acad::eNotInDatabase;
+    if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
+    entity->setDatabaseDefaults(*database());
+    const Acad::ErrorStatus status = AcDbObjectAccess::add(*database(), entity, objectId());
+    if (status == Acad::eOk) m_entities.push_back(entity->objectId());
+    return status;
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbObjectId& id, AcDbEntity* entity) {
+    const Acad::ErrorStatus status = appendAcDbEntity(entity);
+    id = status == Acad::eOk ? entity->objectId() : AcDbObjectId();
+    return status;
+}
+
+// The list of entities is in no undo record: it only grows, and taking back an append is erasing.
+Acad::ErrorStatus AcDbBlockTableRecord::dwgInFields(AcDbDwgFiler* filer) {
+    const Acad::ErrorStatus status = AcDbSymbolTableRecord::dwgInFields(filer);
+    if (status != Acad::eOk) return status;
+    filer->readPoint3d(m_origin);
+    if (filer->filerType() == AcDb::kUndoFiler) return filer->filerStatus();
+    Adesk::Int32 count = 0;
+    filer->readInt32(count);
+    std::vector<AcDbObjectId> entities;
+    for (Adesk::Int32 i = 0; i < count && filer->filerStatus() == Acad::eOk; ++i) {
+        AcDbObjectId id;
+        filer->readHardOwnershipId(id);
+        if (!id.isNull()) entities.push_back(id);
+    }
+    if (filer->filerStatus() == Acad::eOk) m_entities = std::move(entities);
+    return filer->filerStatus();
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::dwgOutFields(AcDbDwgFiler* filer) const {
+    AcDbSymbolTableRecord::dwgOutFields(filer);
+    filer->writePoint3d(m_origin);
+    if (filer->filerType() == AcDb::kUndoFiler) return filer->filerStatus();
+    const auto erased = std::ranges::count_if(m_entities, wasErased);
+    filer->writeInt32(static_cast<Adesk::Int32>(std::ssize(m_entities) - erased));
+    for (const AcDbObjectId id : m_entities) {
+        if (!wasErased(id)) filer->writeHardOwnershipId(id);
+    }
+    return filer->filerStatus();
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::dxfInFields(AcDbDxfFiler* filer) {
+    return dxfInItems(*filer, "AcDbBlockTableRecord", [&](const AcDbDxfItem& item) {
+        if (item.code == AcDb::kDxfXCoord) m_origin = item.point;
+        return Acad::eOk;
+    });
+}
+
+// A list tells the base point and the first entity too, which in a file are the block's own records.
+Acad::ErrorStatus AcDbBlockTableRecord::dxfOutFields(AcDbDxfFiler* filer) const {
+    AcDbObject::dxfOutFields(filer);
+    if (!filer->isEntityList()) {
+        filer->writeItem(AcDb::kDxfSubclass, "AcDbSymbolTableRecord");
+        filer->writeItem(AcDb::kDxfSubclass, "AcDbBlockTableRecord");
+        return filer->writeItem(2, m_name);
+    }
+    dxfOutHead(*filer, "AcDbBlockTableRecord", isAnonymous() ? kAnonymous : 0);
+    filer->writePoint3d(AcDb::kDxfXCoord, m_origin);
+    const auto first = std::ranges::find_if_not(m_entities, wasErased);
+    if (first != m_entities.end()) filer->writeItem(AcDb::kDxfHeaderId, *first);
+    return filer->filerStatus();
+}
+
+AcDbBlockTable::AcDbBlockTable() = default;
+AcDbBlockTable::~AcDbBlockTable() = default;
+
+AcRxClass* AcDbBlockTable::recordClass() const {
+    return AcDbBlockTableRecord::desc();
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "drawing/AcDbPathCurve.h"
+
+#include <memory>
+
+// A free curve. Here it is made from a polyline (getSpline) and keeps that polyline's exact shape: a row of
+// straight and arc pieces that are smooth where the polyline is, measured along like it.
+class VELDRIN_API AcDbSpline : public veldrin::PathCurve {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbSpline);
+
+    AcDbSpline();
+    // Vertices with one bulge each, in a plane with that normal.
+    AcDbSpline(AcGePoint3dArray vertices, AcGeDoubleArray bulges, bool closed,
+               const AcGeVector3d& normal = AcGeVector3d::kZAxis);
+    ~AcDbSpline() override;
+
+    bool isClosed() const override { return m_closed; }
+    const AcGePoint3dArray& vertices() const { return m_vertices; }
+    const AcGeDoubleArray& bulges() const { return m_bulges; }
+
+    std::optional<veldrin::CurvePath> path() const override;
+
+    Acad::ErrorStatus dwgInFields(AcDbDwgFiler* filer) override;
+    Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* filer) const override;
+    Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
+    Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
+
+protected:
+    bool subWorldDraw(AcGiWorldDraw* draw) override;
+    void subList() const override;
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+    Acad::ErrorStatus subExplode(std::vector<AcDbEntity*>& pieces) const override;
+
+private:
+    AcGePoint3dArray m_vertices;
+    AcGeDoubleArray m_bulges;
+    bool m_closed = false;
+    AcGeVector3d m_normal{0.0, 0.0, 1.0};
+};

@@ -1,0 +1,3 @@
+#include "drawing/AcGi.h"
+
+AcGiDrawable::~AcGiDrawable() = default;

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "drawing/AcGi.h"
+#include "text/TextLayout.h"
+
+#include <array>
+
+namespace veldrin {
+
+// The layout of a drawn text. Multi-line text has width and slant from its style, a single line its own.
+VELDRIN_API TextLayout layoutOf(const AcGiText& text);
+// The same with a style's look alone; for text that is only measured.
+VELDRIN_API TextLayout layoutOf(std::string_view contents, AcDbObjectId style, double height);
+
+// Lays a point of the layout's plane into the world.
+VELDRIN_API AcGePoint3d placeOf(const AcGiText& text, const AcGePoint2d& inLayout);
+// Corners of the box around the text, in the world, around from the lower left.
+VELDRIN_API std::array<AcGePoint3d, 4> cornersOf(const AcGiText& text);
+
+} // namespace veldrin

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "drawing/AcDbDatabase.h"
+#include "drawing/AcDbEntity.h"
+#include "editor/CommandRegistry.h"
+#include "geometry/AcGeMatrix3d.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace veldrin {
+
+// What several commands need.
+
+// A line on the command line.
+void say(const CommandContext& context, const std::string& text);
+// Ends the command as failed, with this line.
+[[noreturn]] void failCommand(const std::string& text);
+void requireOk(Acad::ErrorStatus status, std::string_view what);
+
+// Objects by the select-objects prompt, each once, without those on locked layers if they are to be edited.
+// The selection is kept as the previous one. May be empty.
+enum class SelectFor { Editing, Looking };
+Task<std::vector<AcDbObjectId>> selectObjects(CommandContext& context, SelectFor purpose);
+// The same, but a single entity or set at the end of a script's answers needs no empty one behind it.
+Task<std::vector<AcDbObjectId>> selectObjectsAtOnce(CommandContext& context, SelectFor purpose);
+// The first one or the first set that is given.
+Task<std::vector<AcDbObjectId>> selectSingle(CommandContext& context);
+
+// A point that has to be given: an empty answer cancels.
+Task<AcGePoint3d> requirePoint(CommandContext& context, const char* prompt,
+                               const AcGePoint3d* base = nullptr);
+
+// Appends to the current space, with the drawing's current properties.
+AcDbObjectId appendToCurrentSpace(AcDbDatabase& database, std::unique_ptr<AcDbEntity> entity);
+
+// The plane in which flat entities are drawn: that of the user coordinate system, at the height of a point.
+AcGeVector3d drawingNormal(const AcDbDatabase& database);
+// Angle of a direction in the plane with that normal, from the plane's own X axis, radians.
+double angleInPlane(const AcGeVector3d& normal, const AcGeVector3d& direction);
+
+} // namespace veldrin

@@ -1,0 +1,10 @@
+#include "editor/command_tables.h"
+
+namespace veldrin {
+
+std::vector<std::span<const CommandRow>> builtInCommands() {
+    return {drawCommands(),  polylineCommands(), editCommands(),   layerCommands(),
+            styleCommands(), viewCommands(),     drawingCommands()};
+}
+
+} // namespace veldrin

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "editor/CommandRegistry.h"
+
+#include <span>
+#include <vector>
+
+namespace veldrin {
+
+// The built-in commands, a table for each group; each group has its file.
+std::vector<std::span<const CommandRow>> builtInCommands();
+
+std::span<const CommandRow> drawCommands();
+std::span<const CommandRow> polylineCommands();
+std::span<const CommandRow> editCommands();
+std::span<const CommandRow> layerCommands();
+std::span<const CommandRow> styleCommands();
+std::span<const CommandRow> viewCommands();
+std::span<const CommandRow> drawingCommands();
+
+// Any system variable whose name is typed as a command.
+Task<void> setVariableCommand(CommandContext& context);
+
+} // namespace veldrin

@@ -1,0 +1,182 @@
+#include "graphics/SinkBase.h"
+
+#include "drawing/AcDbCurvePath.h"
+
+#include <numbers>
+
+namespace veldrin {
+
+void TraitsState::setLayer(AcDbObjectId layer) {
+    value.layer = layer;
+    moved = true;
+}
+
+void TraitsState::setLineType(AcDbObjectId linetype) {
+    value.linetype = linetype;
+    moved = true;
+}
+
+void TraitsState::setColor(Adesk::UInt16 colorIndex) {
+    value.color = AcCmColor(static_cast<std::int16_t>(colorIndex));
+    moved = true;
+}
+
+void TraitsState::setTrueColor(const AcCmColor& color) {
+    value.color = color;
+    moved = true;
+}
+
+void TraitsState::setLineWeight(AcDb::LineWeight weight) {
+    value.lineWeight = weight;
+    moved = true;
+}
+
+void TraitsState::setLineTypeScale(double scale) {
+    value.linetypeScale = scale;
+    moved = true;
+}
+
+void TraitsState::setFillType(AcGiFillType fill) {
+    value.fill = fill;
+    moved = true;
+}
+
+SinkBase::SinkBase() = default;
+SinkBase::~SinkBase() = default;
+
+void SinkBase::resetTraits() {
+    m_traits.value = DrawTraits();
+    m_traits.moved = true;
+}
+
+std::span<const AcGePoint3d> SinkBase::placed(std::size_t count, const AcGePoint3d* points) {
+    if (m_transforms.empty()) return {points, count};
+    m_placed.assign(points, points + count);
+    for (AcGePoint3d& p : m_placed) p.transformBy(transform());
+    return m_placed;
+}
+
+bool SinkBase::polyline(Adesk::UInt32 count, const AcGePoint3d* points, const AcGeVector3d*,
+                        Adesk::GsMarker) {
+    putPolyline(placed(count, points));
+    return regenAbort();
+}
+
+bool SinkBase::polygon(Adesk::UInt32 count, const AcGePoint3d* points) {
+    putPolygon(placed(count, points));
+    return regenAbort();
+}
+
+// Points of a circle or arc in its own frame, moved one by one.
+void SinkBase::putStretched(const AcGePoint3d& center, double radius, const AcGeVector3d& normal,
+                            const AcGeVector3d& startVector, double sweep) {
+    constexpr double kChordAngle = std::numbers::pi / 36.0;
+    const CurvePiece piece = CurvePiece::arc(center, radius, normal, startVector, sweep);
+    const int chords = std::max(2, static_cast<int>(std::ceil(std::abs(sweep) / kChordAngle)));
+    m_placed.clear();
+    for (int i = 0; i <= chords; ++i)
+        m_placed.push_back(piece.pointAt(i / double(chords)).transformBy(transform()));
+    putPolyline(m_placed);
+}
+
+bool SinkBase::circle(const AcGePoint3d& center, double radius, const AcGeVector3d& normal) {
+    if (m_transforms.empty()) {
+        putCircle(center, radius, normal);
+    } else if (transform().isUniformScale()) {
+        AcGePoint3d c = center;
+        AcGeVector3d n = normal;
+        putCircle(c.transformBy(transform()), radius * transform().axisScales().x,
+                  n.transformBy(transform()).normal());
+    } else {
+        putStretched(center, radius, normal.normal(), normal.normal().perpVector(), 2.0 * std::numbers::pi);
+    }
+    return regenAbort();
+}
+
+bool SinkBase::circularArc(const AcGePoint3d& center, double radius, const AcGeVector3d& normal,
+                           const AcGeVector3d& startVector, double sweepAngle, AcGiArcType type) {
+    if (m_transforms.empty()) {
+        putArc(center, radius, normal, startVector.normal(), sweepAngle, type);
+    } else if (transform().isUniformScale()) {
+        AcGePoint3d c = center;
+        AcGeVector3d n = normal;
+        AcGeVector3d start = startVector;
+        const double sweep = transform().det() < 0.0 ? -sweepAngle : sweepAngle;
+        putArc(c.transformBy(transform()), radius * transform().axisScales().x,
+               n.transformBy(transform()).normal(), start.transformBy(transform()).normal(), sweep, type);
+    } else {
+        putStretched(center, radius, normal.normal(), startVector.normal(), sweepAngle);
+    }
+    return regenAbort();
+}
+
+bool SinkBase::text(const AcGiText& text) {
+    if (m_transforms.empty()) {
+        putText(text);
+        return regenAbort();
+    }
+    AcGiText moved = text;
+    AcGeVector3d along = text.direction;
+    AcGeVector3d up = text.normal.crossProduct(text.direction);
+    moved.location.transformBy(transform());
+    along.transformBy(transform());
+    up.transformBy(transform());
+    moved.direction = along.normal();
+    moved.normal = along.crossProduct(up).normal();
+    moved.height *= up.length();
+    moved.width *= along.length();
+    if (up.length() > 0.0) moved.widthFactor *= along.length() / up.length();
+    putText(moved);
+    return regenAbort();
+}
+
+bool SinkBase::fittedCurve(const AcGiFittedCurve& curve) {
+    if (m_transforms.empty()) {
+        putFittedCurve(curve);
+        return regenAbort();
+    }
+    if (!transform().isUniformScale()) {
+        const CurvePath path({curve.vertices.begin(), curve.vertices.end()},
+                             {curve.bulges.begin(), curve.bulges.end()}, curve.closed, curve.normal);
+        constexpr int kChords = 16; // a piece
+        m_placed.clear();
+        for (int i = 0; i <= static_cast<int>(path.pieces().size()) * kChords && !path.isEmpty(); ++i)
+            m_placed.push_back(path.pointAt(i / double{kChords}).transformBy(transform()));
+        putPolyline(m_placed);
+        return regenAbort();
+    }
+    std::vector<AcGePoint3d> definition(curve.definition.begin(), curve.definition.end());
+    std::vector<AcGePoint3d> vertices(curve.vertices.begin(), curve.vertices.end());
+    std::vector<double> bulges(curve.bulges.begin(), curve.bulges.end());
+    AcGeVector3d normal = curve.normal;
+    for (AcGePoint3d& p : definition) p.transformBy(transform());
+    for (AcGePoint3d& p : vertices) p.transformBy(transform());
+    if (transform().det() < 0.0)
+        for (double& bulge : bulges) bulge = -bulge;
+    putFittedCurve({definition, vertices, bulges, normal.transformBy(transform()).normal(), curve.closed});
+    return regenAbort();
+}
+
+bool SinkBase::draw(AcGiDrawable* drawable) {
+    if (!drawable) return regenAbort();
+    const DrawTraits before = m_traits.value;
+    const std::size_t depth = m_transforms.size();
+    drawable->setAttributes(&m_traits);
+    drawable->worldDraw(this);
+    m_transforms.resize(depth);
+    m_traits.value = before;
+    m_traits.moved = true;
+    return regenAbort();
+}
+
+bool SinkBase::pushModelTransform(const AcGeMatrix3d& matrix) {
+    m_transforms.push_back(m_transforms.empty() ? matrix : transform() * matrix);
+    return regenAbort();
+}
+
+bool SinkBase::popModelTransform() {
+    if (!m_transforms.empty()) m_transforms.pop_back();
+    return regenAbort();
+}
+
+} // namespace veldrin

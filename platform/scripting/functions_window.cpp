@@ -1,0 +1,62 @@
+// ui-next ui-log
+
+#include "runtime/Host.h"
+#include "scripting/drawing_values.h"
+#include "scripting/tables.h"
+#include "ui/UiBackend.h"
+
+namespace veldrin::scripting {
+
+namespace {
+
+using lisp::Args;
+using lisp::Engine;
+using lisp::Error;
+using lisp::Value;
+
+HeadlessUi& headless() {
+    auto* ui = dynamic_cast<HeadlessUi*>(&Host::current().ui());
+    if (!ui) throw Error("windows are shown to the user here, not driven");
+    return *ui;
+}
+
+Value describe(const MessageWindow& window) {
+    lisp::ListBuilder buttons;
+    for (const std::string& button : window.buttons) buttons.add(Value::text(button));
+    return lisp::list(lisp::pair("kind", Value::text("message")),
+                      lisp::pair("caption", Value::text(window.caption)),
+                      lisp::pair("text", Value::text(window.text)), lisp::pair("buttons", buttons.finish()));
+}
+
+// An error in the function goes on behind the C++ code that showed the window, which sees the default button.
+Value next(Engine& engine, Args args) {
+    const Value function = args[0];
+    headless().queue([&engine, function](const MessageWindow& window) -> std::string {
+        const Value arguments[] = {describe(window)};
+        const lisp::Outcome outcome =
+            engine.protectedApply(function, Args(arguments, 1), Engine::HoldBack::ErrorsToo);
+        return outcome && outcome.value.isText() ? std::string(outcome.value.asText()) : std::string();
+    });
+    return {};
+}
+
+Value log(Engine&, Args) {
+    lisp::ListBuilder list;
+    for (const WindowLogEntry& entry : headless().takeLog())
+        list.add(lisp::list(Value::text(entry.kind), Value::text(entry.caption), Value::text(entry.text),
+                            Value::text(entry.answer)));
+    return list.finish();
+}
+
+constexpr lisp::BuiltinRow rows[] = {
+    {"ui-next", 1, 1, next},
+    {"ui-log", 0, 0, log},
+};
+
+} // namespace
+
+std::span<const lisp::BuiltinRow> windowFunctions() {
+    return rows;
+}
+
+} // namespace veldrin::scripting

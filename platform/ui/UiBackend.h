@@ -1,0 +1,61 @@
+#pragma once
+
+#include "runtime/VeldrinApi.h"
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace veldrin {
+
+// A modal message as it is shown.
+struct MessageWindow {
+    std::string caption;
+    std::string text;
+    std::vector<std::string> buttons; // "OK" "Cancel" "Yes" "No" in order
+    std::string defaultButton;
+    std::string cancelButton; // what the close box answers; empty: the default
+};
+
+// Shows modal windows. The headless one is served from a queue by scripts, the other one shows them.
+class VELDRIN_API UiBackend {
+public:
+    virtual ~UiBackend();
+    // The text of the button that ended it.
+    virtual std::string showMessage(const MessageWindow& window) = 0;
+    // Number of modal windows that are open.
+    virtual int openWindows() const = 0;
+};
+
+// What happened to one modal window of a headless host.
+struct WindowLogEntry {
+    std::string kind; // "dialog", "message", "file"
+    std::string caption;
+    std::string text;
+    std::string answer;
+};
+
+// Windows without a display. Each is answered by the responder that was queued first, or by its default when
+// the queue is empty; each leaves an entry in the log.
+class VELDRIN_API HeadlessUi : public UiBackend {
+public:
+    using Responder = std::function<std::string(const MessageWindow&)>; // "" for the default button
+
+    std::string showMessage(const MessageWindow& window) override;
+    int openWindows() const override { return m_openWindows; }
+
+    void queue(Responder responder);
+    // In the order in which they opened; empties the log.
+    std::vector<WindowLogEntry> takeLog();
+
+private:
+    std::deque<Responder> m_queue;
+    std::vector<std::pair<std::uint64_t, WindowLogEntry>> m_log;
+    std::uint64_t m_lastSerial = 0;
+    int m_openWindows = 0;
+};
+
+} // namespace veldrin

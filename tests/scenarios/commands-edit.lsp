@@ -1,0 +1,87 @@
+;;; ERASE, MOVE, COPY, ROTATE, SCALE, MIRROR, EXPLODE, LIST, and how objects are selected.
+
+(load "lib/check")
+(setvar "CMDECHO" 0)
+
+(defun ends (e) (mapcar '(lambda (c) (cdr (assoc c (entget e)))) '(10 11)))
+(defun line (a b) (command "LINE" a b "") (entlast))
+(defun count-of (filter / set) (if (setq set (ssget "X" filter)) (sslength set) 0))
+
+(setq e (line '(0 0 5) '(10 0 5)))
+(command "MOVE" e "" '(0 0) '(1 2))
+(check "move" (ends e) '((1.0 2.0 5.0) (11.0 2.0 5.0)))
+(command "MOVE" e "" '(-1 -2) "")
+(check "move by a displacement" (ends e) '((0.0 0.0 5.0) (10.0 0.0 5.0)))
+(command "COPY" e "" '(0 0) '(0 7) "")
+(check "one copy, the source stays" (list (ends e) (ends (entlast)))
+       '(((0.0 0.0 5.0) (10.0 0.0 5.0)) ((0.0 7.0 5.0) (10.0 7.0 5.0))))
+(command "ROTATE" e "" '(0 0) 90)
+(check "rotate by degrees" (ends e) '((0.0 0.0 5.0) (0.0 10.0 5.0)))
+(command "ROTATE" e "" '(0 0) "R" 90 0)
+(check "rotate by reference" (ends e) '((0.0 0.0 5.0) (10.0 0.0 5.0)))
+(command "SCALE" e "" '(0 0 5) 2)
+(check "scale" (ends e) '((0.0 0.0 5.0) (20.0 0.0 5.0)))
+(command "SCALE" e "" '(0 0 5) "R" 20 10)
+(check "scale by reference" (ends e) '((0.0 0.0 5.0) (10.0 0.0 5.0)))
+(command "MIRROR" e "" '(0 0) '(0 1) "N")
+(check "mirror keeps the source" (list (ends e) (ends (entlast)))
+       '(((0.0 0.0 5.0) (10.0 0.0 5.0)) ((0.0 0.0 5.0) (-10.0 0.0 5.0))))
+(command "MIRROR" e "" '(0 0) '(1 0) "Y")
+(check "or moves it" (ends e) '((0.0 0.0 5.0) (10.0 0.0 5.0)))
+
+;; Selecting
+(command "ERASE" "ALL" "")
+(check "all" (count-of nil) 0)
+(setq a (line '(0 0) '(10 0))  b (line '(0 20) '(10 20))  c (line '(0 40) '(30 40)))
+(defun erased () (mapcar '(lambda (e) (null (entget e))) (list a b c)))
+(defun restore () (foreach e (list a b c) (if (null (entget e)) (entdel e))))
+(foreach case
+  (list (list "last" '("L" "") '(nil nil T))
+        (list "window" '("W" (-1 -1) (11 21) "") '(T T nil))
+        (list "window takes whole ones alone" '("W" (-1 -1) (11 41) "") '(T T nil))
+        (list "crossing" '("C" (5 15) (25 45) "") '(nil T T))
+        (list "a point on a line" '((5 0) "") '(T nil nil))
+        (list "a point on nothing begins a window" '((-5 -5) (50 25) "") '(T T nil))
+        (list "or a crossing box from the right" '((8 50) (5 15) "") '(nil T T))
+        (list "fence" '("F" (5 -5) (5 25) "" "") '(T T nil))
+        (list "crossing polygon" '("CP" (20 30) (40 30) (40 50) "" "") '(nil nil T))
+        (list "add and remove" (list "ALL" "R" b "") '(T nil T))
+        (list "add again" (list "ALL" "R" a b "A" b "") '(nil T T))
+        (list "undo" (list a b "U" "") '(T nil nil)))
+  (apply 'command (cons "ERASE" (cadr case)))
+  (check (car case) (erased) (caddr case))
+  (restore))
+(command "MOVE" a b "" '(0 0) '(0 0))
+(command "ERASE" "P" "")
+(check "previous" (erased) '(T T nil))
+(restore)
+
+;; Locked layers
+(command "LAYER" "N" "FIXED" "LO" "FIXED" "")
+(entmod (subst '(8 . "FIXED") (assoc 8 (entget a)) (entget a)))
+(check "editors tell what is locked"
+       (vd-capture '(lambda () (command "ERASE" a b "")))
+       "1 was on a locked layer.\n")
+(check "and leave it" (erased) '(nil T nil))
+(check "entmod and entdel too" (list (entmod (entget a)) (entdel a)) '(nil nil))
+(restore)
+
+(command "PLINE" '(0 0) '(10 0) '(10 10) "")
+(setq e (entlast)  before (count-of '((0 . "LINE"))))
+(command "EXPLODE" e)
+(check "a polyline comes apart" (list (null (entget e)) (- (count-of '((0 . "LINE"))) before) (getvar "CMDACTIVE")) '(T 2 0))
+(check "a line does not"
+       (vd-capture '(lambda () (command "EXPLODE" b "")))
+       "1 was not able to be exploded.\n")
+(check "list names kind and layer"
+       (wcmatch (vd-capture '(lambda () (command "LIST" b ""))) "*LINE*Layer*\"0\"*") T)
+
+;; One step of undo is one command; what a waiting command draws is kept when it is cancelled.
+(setq e (line '(0 0) '(1 0)))
+(command "MOVE" e)
+(command)
+(check "cancelled" (ends e) '((0.0 0.0 0.0) (1.0 0.0 0.0)))
+(check-error "an entity of another time" '(command "MOVE" 'nobody "") "bad argument type*")
+(command)
+
+(check-finish)

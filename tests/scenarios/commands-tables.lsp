@@ -1,0 +1,81 @@
+;;; LAYER, STYLE, LINETYPE, UCS, ZOOM, variables, and the table functions.
+
+(load "lib/check")
+(setvar "CMDECHO" 0)
+
+(defun layer (name code) (cdr (assoc code (tblsearch "LAYER" name))))
+
+(command "LAYER" "M" "PIPES" "C" "RED" "" "LT" "HIDDEN" "PIPES" "LW" "0.5" "" "")
+(check "make sets current" (getvar "CLAYER") "PIPES")
+(check "colour, linetype" (list (layer "pipes" 62) (layer "PIPES" 6)) '(1 "HIDDEN"))
+(check "line weight" (cdr (assoc 370 (entget (tblobjname "LAYER" "PIPES")))) 50)
+(check "a standard linetype was loaded" (cdr (assoc 2 (tblsearch "LTYPE" "HIDDEN"))) "HIDDEN")
+(command "LAYER" "N" "A1,A2,B1" "OFF" "A*" "F" "B1" "LO" "A1,B1" "C" 150 "A?" "P" "N" "B1" "S" "0" "")
+(check "new from a list, off by pattern" (mapcar '(lambda (n) (layer n 62)) '("A1" "A2" "B1")) '(-150 -150 7))
+(check "frozen and locked" (mapcar '(lambda (n) (logand 5 (layer n 70))) '("A1" "A2" "B1")) '(4 0 5))
+(command "LAYER" "ON" "*" "T" "*" "U" "*" "C" "T" "255,128,0" "A1" "")
+(check "on, thawed, unlocked again" (mapcar '(lambda (n) (logand 5 (layer n 70))) '("A1" "A2" "B1")) '(0 0 0))
+(check "true colour" (cdr (assoc 420 (entget (tblobjname "LAYER" "A1")))) 16744448)
+(check "the current layer cannot be frozen"
+       (progn (command "LAYER" "F" "0" "") (logand 1 (layer "0" 70))) 0)
+(check "a layer that is not there" (progn (command "LAYER" "S" "NOWHERE" "") (getvar "CLAYER")) "0")
+(command "LAYER" "OFF" "0" "Y" "")
+(check "off asks for the current one" (< (layer "0" 62) 0) T)
+(command "LAYER" "ON" "0" "")
+
+(command "STYLE" "NOTES" "simplex" 0.5 0.8 15 "N" "Y")
+(check "style" (mapcar '(lambda (c) (cdr (assoc c (tblsearch "STYLE" "NOTES")))) '(40 41 50 71 3))
+       (list 0.5 0.8 (/ pi 12) 4 "simplex"))
+(check "is current" (getvar "TEXTSTYLE") "NOTES")
+(command "STYLE" "NOTES" "" "" 1.0 "" "" "")
+(check "empty answers keep" (mapcar '(lambda (c) (cdr (assoc c (tblsearch "STYLE" "NOTES")))) '(40 41 71)) '(0.5 1.0 4))
+
+(command "LINETYPE" "L" "CENTER,PHANTOM2" "" "S" "CENTER" "")
+(check "current linetype" (getvar "CELTYPE") "CENTER")
+(command "CELTYPE" "ByLayer")
+(check "a variable by its name" (getvar "CELTYPE") "ByLayer")
+(command "LTSCALE" 12)
+(check "a real one" (getvar "LTSCALE") 12.0)
+(check "each table ends"
+       (mapcar '(lambda (table / n) (setq n 0) (if (tblnext table T) (while (progn (setq n (1+ n)) (tblnext table)))) (> n 0))
+               '("LAYER" "LTYPE" "STYLE" "APPID" "BLOCK" "VIEW"))
+       '(T T T T nil nil))
+
+;; Coordinate systems
+(command "UCS" '(100 50 0))
+(command "LINE" '(0 0) '(1 0) "")
+(check "points count from the origin" (cdr (assoc 10 (entget (entlast)))) '(100.0 50.0 0.0))
+(command "UCS" "Z" 90)
+(command "LINE" '(0 0) "@2,0" "")
+(check "and in the axes" (cdr (assoc 11 (entget (entlast)))) '(100.0 52.0 0.0))
+(check "trans" (list (trans '(2 0 0) 1 0) (trans '(100 52 0) 0 1) (trans '(1 0 0) 1 0 T))
+       '((100.0 52.0 0.0) (2.0 0.0 0.0) (0.0 1.0 0.0)))
+(command "UCS" "W")
+(command "UCS" "3" '(0 0 0) '(0 0 1) '(1 0 0))
+(check "three points" (list (getvar "UCSXDIR") (getvar "UCSYDIR")) '((0.0 0.0 1.0) (1.0 0.0 0.0)))
+(command "CIRCLE" '(0 0) 1)
+(check "flat entities lie in it" (cdr (assoc 210 (entget (entlast)))) '(0.0 1.0 0.0))
+(command "UCS" "")
+(check "world" (getvar "WORLDUCS") 1)
+
+(command "ZOOM" "W" '(0 0) '(8 6))
+(check "zoom window" (list (getvar "VIEWSIZE") (getvar "VIEWCTR")) '(6.0 (4.0 3.0 0.0)))
+(command "ZOOM" "C" '(1 2) 30)
+(check "zoom centre" (list (getvar "VIEWSIZE") (getvar "VIEWCTR")) '(30.0 (1.0 2.0 0.0)))
+(command "ZOOM" "2x")
+(check "zoom factor" (getvar "VIEWSIZE") 15.0)
+(command "ZOOM" "E" "REGEN")
+(command "LINE" '(0 0) "'ZOOM" "C" '(0 0) 10 '(5 5) "")
+(check "a transparent command" (list (getvar "VIEWSIZE") (cdr (assoc 11 (entget (entlast))))) '(10.0 (5.0 5.0 0.0)))
+
+(command "NEW" "")
+(check "a new drawing is current" (list (length (vd-documents)) (entlast)) '(2 nil))
+
+(command "LINE" '(0 0) '(10 5) "")
+(command "PLOT" "plan.svg" "A4" "fit")
+(check "plot" (null (findfile "plan.svg")) nil)
+(vl-file-delete "plan.svg")
+(check "a plot that cannot be written"
+       (wcmatch (vd-capture '(lambda () (command "PLOT" "no-such-folder/plan.svg"))) "*no-such-folder*") T)
+
+(check-finish)
