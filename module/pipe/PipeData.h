@@ -28,10 +28,10 @@ public:
 
     double dLength = 0.0;
     double dAngle = 0.0; // turn from the pipe's direction, counter-clockwise; set by the constructor alone
-    BreakSlots breaks{};
     // Of dAngle, kept because every regeneration needs them.
     double cosAngle = 1.0;
     double sinAngle = 0.0;
+    BreakSlots breaks{};
 };
 
 // A turn at a pipe's end along a circle of the pipe's dArcRadius.
@@ -61,32 +61,28 @@ struct breakInfo {
 
 // What a pipe stores. Lengths are inches, angles radians.
 //
-// Start is the tail and end the head of a pipe, except for the ticks, whose names run the other way.
+// Start is the tail and end the head of a pipe, except for the ticks, whose names run the other way. What
+// every regeneration reads stands first, close together in memory.
 struct PipeData {
-    CString sDwg;
     AcGePoint3d ptStart; // Z is the pipe's elevation at this end
     AcGePoint3d ptEnd;
-    Adesk::Int32 ixPipe = 0; // row of the project's pipe table
-
-    BreakList pipeBreaks; // from the offset start
-    double dBreakWidth = kDefaultBreakWidth;
+    AcDbObjectId hiddenLayerId; // layer of the twins; null for none
 
     double dOffsetDistance = 0.0; // sideways, positive to the left
-    bool bDwgStart = false;
-    bool bDwgEnd = false;
-    double dTailOffset = 0.0; // shortens the drawn run at its start
-    double dHeadOffset = 0.0; // and at its end
+    double dTailOffset = 0.0;     // shortens the drawn run at its start
+    double dHeadOffset = 0.0;     // and at its end
+    BreakList pipeBreaks;         // from the offset start
+    CString sText;
+    double dTickWidth = 0.0; // across the pipe; 0 for no ticks
+    bool bPtrap = false;
+    bool bIsometric = false;
 
     double dElbow45Offset = 0.0; // from the pipe's end back to the base of all elbows
     std::vector<elbowInfo> elbows;
     double dArcRadius = 0.0;
     std::vector<arcInfo> arcs;
-    bool bElbow45 = false;
-    bool bElbowArc = false;
-    bool bTee45 = false;
-    bool bTeeArc = false;
 
-    double dTickWidth = 0.0;      // across the pipe; 0 for no ticks
+    double dBreakWidth = kDefaultBreakWidth;
     double dTickOffsetTail = 0.0; // from the run's end backwards
     double dTickOffsetHead = 0.0; // from the run's start onwards
 
@@ -95,19 +91,23 @@ struct PipeData {
     std::vector<double> verticalAngles; // of the pipes that lead into the riser
 
     double dTextDistance = 0.0; // between labels along the pipe
-    CString sText;
     bool bTextAngleIs0 = false;
     AcDbObjectId textStyleId;
     AcDbObjectId textLayerId;
 
-    bool bPtrap = false;
     double dPtrapWidth = 0.0;
     BreakList ptrapLine1Breaks;    // from the run's end downwards
     BreakList ptrapPolylineBreaks; // along the curve
     BreakList ptrapLine2Breaks;    // from the curve's end upwards
 
-    bool bIsometric = false;
-    AcDbObjectId hiddenLayerId; // layer of the twins; null for none
+    Adesk::Int32 ixPipe = 0; // row of the project's pipe table
+    CString sDwg;
+    bool bDwgStart = false;
+    bool bDwgEnd = false;
+    bool bElbow45 = false;
+    bool bElbowArc = false;
+    bool bTee45 = false;
+    bool bTeeArc = false;
 };
 
 } // namespace plumb

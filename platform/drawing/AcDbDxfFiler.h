@@ -10,11 +10,11 @@
 struct AcDbDxfItem {
     int code = 0;
     enum Kind { kNone, kText, kReal, kPoint, kInt16, kInt32, kBool, kId, kHandle, kBytes } kind = kNone;
-    std::string text;      // kText, kHandle, kBytes
-    double real = 0.0;     // kReal
-    AcGePoint3d point;     // kPoint
+    std::string text;         // kText, kHandle, kBytes
+    double real = 0.0;        // kReal
+    AcGePoint3d point;        // kPoint
     std::int64_t integer = 0; // kInt16, kInt32, kBool
-    AcDbObjectId id;       // kId
+    AcDbObjectId id;          // kId
 };
 
 // Carries an object's exchange data: groups of a code and a value. The same interface serves files and the
@@ -49,7 +49,9 @@ public:
     virtual Acad::ErrorStatus writeBool(int code, bool value) = 0;
     virtual Acad::ErrorStatus writeBytes(int code, std::string_view value) = 0;
 
-    Acad::ErrorStatus writeVector3d(int code, const AcGeVector3d& v) { return writePoint3d(code, {v.x, v.y, v.z}); }
+    Acad::ErrorStatus writeVector3d(int code, const AcGeVector3d& v) {
+        return writePoint3d(code, {v.x, v.y, v.z});
+    }
 
 protected:
     Acad::ErrorStatus m_status = Acad::eOk;

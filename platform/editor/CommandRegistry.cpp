@@ -1,6 +1,7 @@
 #include "editor/CommandRegistry.h"
 
 #include "drawing/AcDbDatabase.h"
+#include "editor/Activity.h"
 #include "editor/CommandLine.h"
 #include "editor/CommandRun.h"
 #include "editor/SystemVariables.h"
@@ -124,6 +125,7 @@ struct CommandRegistry::SessionLevel {
 };
 
 void CommandRegistry::Impl::runLisp(const std::string& name, const lisp::Value& function) {
+    const ActivityScope activity(ActivityStack::Kind::Command, name);
     const UndoStep step(name);
     const SessionLevel level(*this);
     if (!host.lisp().isRunning()) {

@@ -15,9 +15,14 @@ namespace veldrin {
 namespace {
 
 Task<void> newCommand(CommandContext& context) {
-    const Answer model = co_await context.input.string("Enter template file name or [. (for none)] <none>:");
-    if (!model.isNone() && model.text != ".")
-        failCommand(fmt::format("Drawing template \"{}\" cannot be read.", model.text));
+    // A script may leave the template out.
+    const EditorInput::Session& session = context.input.session();
+    if (session.asksUser || !session.tokens.empty()) {
+        const Answer model =
+            co_await context.input.string("Enter template file name or [. (for none)] <none>:");
+        if (!model.isNone() && model.text != ".")
+            failCommand(fmt::format("Drawing template \"{}\" cannot be read.", model.text));
+    }
     if (!context.host.documents().newDocument()) failCommand("No drawing was made.");
 }
 

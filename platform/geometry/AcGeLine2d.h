@@ -7,13 +7,15 @@ class AcGeLineSeg2d;
 // An unbounded line in the plane.
 class VELDRIN_GEOMETRY_API AcGeLine2d {
 public:
-    AcGeLine2d(const AcGePoint2d& point, const AcGeVector2d& direction) : m_point(point), m_direction(direction) {}
+    AcGeLine2d(const AcGePoint2d& point, const AcGeVector2d& direction)
+        : m_point(point), m_direction(direction) {}
 
     const AcGePoint2d& pointOnLine() const { return m_point; }
     const AcGeVector2d& direction() const { return m_direction; }
 
     // True and the common point when exactly one exists; false for parallel lines.
-    bool intersectWith(const AcGeLine2d& line, AcGePoint2d& common, const AcGeTol& tol = AcGeContext::gTol) const;
+    bool intersectWith(const AcGeLine2d& line, AcGePoint2d& common,
+                       const AcGeTol& tol = AcGeContext::gTol) const;
     // The same with a bounded line, whose ends count by the tolerance.
     bool intersectWith(const AcGeLineSeg2d& segment, AcGePoint2d& common,
                        const AcGeTol& tol = AcGeContext::gTol) const;

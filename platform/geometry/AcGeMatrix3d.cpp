@@ -46,7 +46,8 @@ AcGeMatrix3d AcGeMatrix3d::translation(const AcGeVector3d& offset) {
 namespace {
 
 AcGeMatrix3d about(const AcGePoint3d& center, const AcGeMatrix3d& linear) {
-    return AcGeMatrix3d::translation(center.asVector()) * linear * AcGeMatrix3d::translation(-center.asVector());
+    return AcGeMatrix3d::translation(center.asVector()) * linear *
+           AcGeMatrix3d::translation(-center.asVector());
 }
 
 // The quarter turns are exact, so that a plan that is turned by 90 degrees keeps its round numbers.
@@ -133,7 +134,8 @@ AcGeMatrix3d AcGeMatrix3d::operator*(const AcGeMatrix3d& right) const {
 
 double AcGeMatrix3d::det() const {
     const auto& e = entry;
-    return e[0][0] * (e[1][1] * e[2][2] - e[1][2] * e[2][1]) - e[0][1] * (e[1][0] * e[2][2] - e[1][2] * e[2][0]) +
+    return e[0][0] * (e[1][1] * e[2][2] - e[1][2] * e[2][1]) -
+           e[0][1] * (e[1][0] * e[2][2] - e[1][2] * e[2][0]) +
            e[0][2] * (e[1][0] * e[2][1] - e[1][1] * e[2][0]);
 }
 

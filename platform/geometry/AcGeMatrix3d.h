@@ -15,12 +15,13 @@ public:
     static AcGeMatrix3d rotation(double angle, const AcGeVector3d& axis,
                                  const AcGePoint3d& center = AcGePoint3d::kOrigin);
     static AcGeMatrix3d scaling(double factor, const AcGePoint3d& center = AcGePoint3d::kOrigin);
-    static AcGeMatrix3d scaling(const AcGeVector3d& factors, const AcGePoint3d& center = AcGePoint3d::kOrigin);
+    static AcGeMatrix3d scaling(const AcGeVector3d& factors,
+                                const AcGePoint3d& center = AcGePoint3d::kOrigin);
     // Mirror at the plane through the point with the given unit normal.
     static AcGeMatrix3d mirroring(const AcGePoint3d& onPlane, const AcGeVector3d& normal);
     // Maps the world frame onto the given one.
-    static AcGeMatrix3d coordSystem(const AcGePoint3d& origin, const AcGeVector3d& xAxis, const AcGeVector3d& yAxis,
-                                    const AcGeVector3d& zAxis);
+    static AcGeMatrix3d coordSystem(const AcGePoint3d& origin, const AcGeVector3d& xAxis,
+                                    const AcGeVector3d& yAxis, const AcGeVector3d& zAxis);
 
     AcGeMatrix3d operator*(const AcGeMatrix3d& right) const;
     double det() const;

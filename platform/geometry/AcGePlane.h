@@ -6,7 +6,8 @@
 class AcGePlane {
 public:
     AcGePlane() = default; // the XY plane
-    AcGePlane(const AcGePoint3d& origin, const AcGeVector3d& normal) : m_origin(origin), m_normal(normal.normal()) {}
+    AcGePlane(const AcGePoint3d& origin, const AcGeVector3d& normal)
+        : m_origin(origin), m_normal(normal.normal()) {}
 
     const AcGePoint3d& pointOnPlane() const { return m_origin; }
     const AcGeVector3d& normal() const { return m_normal; }

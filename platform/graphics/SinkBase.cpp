@@ -59,12 +59,12 @@ std::span<const AcGePoint3d> SinkBase::placed(std::size_t count, const AcGePoint
 bool SinkBase::polyline(Adesk::UInt32 count, const AcGePoint3d* points, const AcGeVector3d*,
                         Adesk::GsMarker) {
     putPolyline(placed(count, points));
-    return regenAbort();
+    return m_stopped;
 }
 
 bool SinkBase::polygon(Adesk::UInt32 count, const AcGePoint3d* points) {
     putPolygon(placed(count, points));
-    return regenAbort();
+    return m_stopped;
 }
 
 // Points of a circle or arc in its own frame, moved one by one.
@@ -90,7 +90,7 @@ bool SinkBase::circle(const AcGePoint3d& center, double radius, const AcGeVector
     } else {
         putStretched(center, radius, normal.normal(), normal.normal().perpVector(), 2.0 * std::numbers::pi);
     }
-    return regenAbort();
+    return m_stopped;
 }
 
 bool SinkBase::circularArc(const AcGePoint3d& center, double radius, const AcGeVector3d& normal,
@@ -107,13 +107,13 @@ bool SinkBase::circularArc(const AcGePoint3d& center, double radius, const AcGeV
     } else {
         putStretched(center, radius, normal.normal(), startVector.normal(), sweepAngle);
     }
-    return regenAbort();
+    return m_stopped;
 }
 
 bool SinkBase::text(const AcGiText& text) {
     if (m_transforms.empty()) {
         putText(text);
-        return regenAbort();
+        return m_stopped;
     }
     AcGiText moved = text;
     AcGeVector3d along = text.direction;
@@ -127,13 +127,13 @@ bool SinkBase::text(const AcGiText& text) {
     moved.width *= along.length();
     if (up.length() > 0.0) moved.widthFactor *= along.length() / up.length();
     putText(moved);
-    return regenAbort();
+    return m_stopped;
 }
 
 bool SinkBase::fittedCurve(const AcGiFittedCurve& curve) {
     if (m_transforms.empty()) {
         putFittedCurve(curve);
-        return regenAbort();
+        return m_stopped;
     }
     if (!transform().isUniformScale()) {
         const CurvePath path({curve.vertices.begin(), curve.vertices.end()},
@@ -143,7 +143,7 @@ bool SinkBase::fittedCurve(const AcGiFittedCurve& curve) {
         for (int i = 0; i <= static_cast<int>(path.pieces().size()) * kChords && !path.isEmpty(); ++i)
             m_placed.push_back(path.pointAt(i / double{kChords}).transformBy(transform()));
         putPolyline(m_placed);
-        return regenAbort();
+        return m_stopped;
     }
     std::vector<AcGePoint3d> definition(curve.definition.begin(), curve.definition.end());
     std::vector<AcGePoint3d> vertices(curve.vertices.begin(), curve.vertices.end());
@@ -154,11 +154,11 @@ bool SinkBase::fittedCurve(const AcGiFittedCurve& curve) {
     if (transform().det() < 0.0)
         for (double& bulge : bulges) bulge = -bulge;
     putFittedCurve({definition, vertices, bulges, normal.transformBy(transform()).normal(), curve.closed});
-    return regenAbort();
+    return m_stopped;
 }
 
 bool SinkBase::draw(AcGiDrawable* drawable) {
-    if (!drawable) return regenAbort();
+    if (!drawable) return m_stopped;
     const DrawTraits before = m_traits.value;
     const std::size_t depth = m_transforms.size();
     drawable->setAttributes(&m_traits);
@@ -166,17 +166,17 @@ bool SinkBase::draw(AcGiDrawable* drawable) {
     m_transforms.resize(depth);
     m_traits.value = before;
     m_traits.moved = true;
-    return regenAbort();
+    return m_stopped;
 }
 
 bool SinkBase::pushModelTransform(const AcGeMatrix3d& matrix) {
     m_transforms.push_back(m_transforms.empty() ? matrix : transform() * matrix);
-    return regenAbort();
+    return m_stopped;
 }
 
 bool SinkBase::popModelTransform() {
     if (!m_transforms.empty()) m_transforms.pop_back();
-    return regenAbort();
+    return m_stopped;
 }
 
 } // namespace veldrin

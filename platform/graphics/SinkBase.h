@@ -54,6 +54,7 @@ public:
 
     AcGiSubEntityTraits& subEntityTraits() const override { return *m_traitsDoor; }
     AcGiWorldGeometry& geometry() const override { return *m_geometryDoor; }
+    bool regenAbort() const final { return m_stopped; }
 
     bool polyline(Adesk::UInt32 count, const AcGePoint3d* points, const AcGeVector3d* normal = nullptr,
                   Adesk::GsMarker marker = -1) override;
@@ -86,6 +87,8 @@ protected:
         return moved;
     }
     void resetTraits();
+    // The user has had enough: every primitive answers so from now on.
+    void stop() { m_stopped = true; }
 
 private:
     const AcGeMatrix3d& transform() const { return m_transforms.back(); }
@@ -93,6 +96,7 @@ private:
     void putStretched(const AcGePoint3d& center, double radius, const AcGeVector3d& normal,
                       const AcGeVector3d& startVector, double sweep);
 
+    bool m_stopped = false;
     TraitsState m_traits;
     TraitsState* m_traitsDoor = &m_traits;
     AcGiWorldGeometry* m_geometryDoor = this;

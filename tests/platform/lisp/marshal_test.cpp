@@ -1,5 +1,5 @@
-#include "platform/lisp/LispTest.h"
 #include "lisp/marshal.h"
+#include "platform/lisp/LispTest.h"
 
 namespace veldrin::lisp {
 
