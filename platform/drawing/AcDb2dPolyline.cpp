@@ -32,6 +32,7 @@ void AcDb2dPolyline::setHeights() {
 }
 
 void AcDb2dPolyline::fit() {
+    m_path.reset();
     if (m_type == AcDb::k2dFitCurvePoly) {
         // The fit works in a plane square to Z; elsewhere the points go there and back.
         const bool flat = m_normal.isEqualTo(AcGeVector3d::kZAxis);
@@ -80,11 +81,16 @@ Acad::ErrorStatus AcDb2dPolyline::appendVertex(const AcGePoint3d& point, double 
 }
 
 double AcDb2dPolyline::length() const {
-    return path()->length();
+    return keptPath()->length();
+}
+
+const CurvePath* AcDb2dPolyline::keptPath() const {
+    if (!m_path) m_path.emplace(m_vertices, m_bulges, m_closed, m_normal);
+    return &*m_path;
 }
 
 std::optional<CurvePath> AcDb2dPolyline::path() const {
-    return CurvePath(m_vertices, m_bulges, m_closed, m_normal);
+    return *keptPath();
 }
 
 Acad::ErrorStatus AcDb2dPolyline::getSpline(AcDbSpline*& spline) const {
@@ -161,6 +167,7 @@ Acad::ErrorStatus AcDb2dPolyline::subTransformBy(const AcGeMatrix3d& matrix) {
     if (matrix.isSingular()) return Acad::eInvalidInput;
     if (!matrix.isUniformScale() && (hasArcs() || m_type == AcDb::k2dFitCurvePoly))
         return Acad::eCannotScaleNonUniformly;
+    m_path.reset();
     const AcGeVector3d x = m_normal.perpVector();
     AcGeVector3d inPlane = x;
     AcGeVector3d square = m_normal.crossProduct(x);
@@ -178,7 +185,7 @@ Acad::ErrorStatus AcDb2dPolyline::subTransformBy(const AcGeMatrix3d& matrix) {
 }
 
 Acad::ErrorStatus AcDb2dPolyline::subExplode(std::vector<AcDbEntity*>& pieces) const {
-    const CurvePath curve = *path();
+    const CurvePath& curve = *keptPath();
     if (curve.isEmpty()) return Acad::eDegenerateGeometry;
     veldrin::explodePath(curve, *this, pieces);
     return Acad::eOk;

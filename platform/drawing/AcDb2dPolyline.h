@@ -44,6 +44,7 @@ public:
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 protected:
+    const veldrin::CurvePath* keptPath() const override;
     bool subWorldDraw(AcGiWorldDraw* draw) override;
     void subList() const override;
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
@@ -61,6 +62,7 @@ private:
     bool m_closed = false;
     double m_elevation = 0.0;
     AcGeVector3d m_normal{0.0, 0.0, 1.0};
+    mutable std::optional<veldrin::CurvePath> m_path; // built when first asked for; dropped by a change
     AcGePoint3dArray m_definition;
     AcGePoint3dArray m_vertices;
     AcGeDoubleArray m_bulges;

@@ -68,7 +68,8 @@ void AcDbDatabase::buildDefault() {
     m_paperSpace = placeRecord<AcDbBlockTableRecord>(m_blockTable, ACDB_PAPER_SPACE);
     m_header.clayer = m_layerZero;
     m_header.celtype = m_byLayer;
-    m_header.textstyle = placeRecord<AcDbTextStyleTableRecord>(m_textStyleTable, "Standard");
+    m_standardStyle = placeRecord<AcDbTextStyleTableRecord>(m_textStyleTable, "Standard");
+    m_header.textstyle = m_standardStyle;
     m_undo->setRecording(true);
     m_modified = false;
 }

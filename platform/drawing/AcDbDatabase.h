@@ -97,6 +97,7 @@ public:
     AcDbObjectId byLayerLinetype() const { return m_byLayer; }
     AcDbObjectId byBlockLinetype() const { return m_byBlock; }
     AcDbObjectId continuousLinetype() const { return m_continuous; }
+    AcDbObjectId standardTextStyle() const { return m_standardStyle; } // null once it was renamed in a file
 
     // Objects. The object is then the database's and open for write.
     Acad::ErrorStatus addAcDbObject(AcDbObject* object);
@@ -142,7 +143,7 @@ private:
     std::unique_ptr<veldrin::UndoLog> m_undo;
     veldrin::HeaderVariables m_header;
     AcDbObjectId m_blockTable, m_layerTable, m_linetypeTable, m_textStyleTable, m_regAppTable, m_namedObjects;
-    AcDbObjectId m_modelSpace, m_paperSpace, m_layerZero, m_byLayer, m_byBlock, m_continuous;
+    AcDbObjectId m_modelSpace, m_paperSpace, m_layerZero, m_byLayer, m_byBlock, m_continuous, m_standardStyle;
     std::string m_fileName;
     veldrin::DrawingFileLink m_fileLink;
     std::uint64_t m_graphicsGeneration = 0;

@@ -97,9 +97,15 @@ const AcDbDatabase* AcDbMText::drawing() const {
     return acdbHostApplicationServices()->workingDatabase();
 }
 
+AcDbObjectId AcDbMText::effectiveStyle() const {
+    if (!m_style.isNull()) return m_style;
+    const AcDbDatabase* database = drawing();
+    return database ? database->standardTextStyle() : AcDbObjectId();
+}
+
 double AcDbMText::effectiveHeight() const {
     if (m_height > 0.0) return m_height;
-    const AcDbObjectPointer<AcDbTextStyleTableRecord> style(m_style, AcDb::kForRead, true);
+    const AcDbObjectPointer<AcDbTextStyleTableRecord> style(effectiveStyle(), AcDb::kForRead, true);
     if (style && style->textSize() > 0.0) return style->textSize();
     const AcDbDatabase* database = drawing();
     return database ? database->header().textsize : veldrin::HeaderVariables().textsize;
@@ -113,18 +119,24 @@ AcGiText AcDbMText::drawn() const {
     text.height = effectiveHeight();
     text.width = m_width;
     text.attachment = m_attachment;
-    text.style = m_style;
-    if (const AcDbDatabase* database = drawing(); database && m_style.isNull())
-        text.style = database->header().textstyle;
+    text.style = effectiveStyle();
     text.contents = m_contents;
     return text;
 }
 
+veldrin::TextSize AcDbMText::actualSize() const {
+    veldrin::TextLook look;
+    look.height = effectiveHeight();
+    look.wrapWidth = m_width;
+    veldrin::takeStyle(effectiveStyle(), look);
+    return veldrin::measure(m_contents, look);
+}
+
 double AcDbMText::actualWidth() const {
-    return veldrin::layoutOf(drawn()).width();
+    return actualSize().width;
 }
 double AcDbMText::actualHeight(AcGiWorldDraw*) const {
-    return veldrin::layoutOf(drawn()).height();
+    return actualSize().height;
 }
 
 bool AcDbMText::subWorldDraw(AcGiWorldDraw* draw) {

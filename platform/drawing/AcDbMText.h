@@ -2,6 +2,10 @@
 
 #include "drawing/AcDbEntity.h"
 
+namespace veldrin {
+struct TextSize;
+}
+
 // Text of one or more lines with inline codes. Rotation is counted from the X axis of the current user
 // coordinate system; what is stored is the direction in the world.
 class VELDRIN_API AcDbMText : public AcDbEntity {
@@ -42,7 +46,7 @@ public:
     const std::string& contents() const { return m_contents; }
     Acad::ErrorStatus setContents(const std::string& contents);
 
-    // Size of what is drawn, drawing units.
+    // Size of what is drawn, drawing units. Text without a style measures as Standard does.
     double actualWidth() const;
     double actualHeight(AcGiWorldDraw* draw = nullptr) const;
 
@@ -66,7 +70,9 @@ protected:
 
 private:
     const AcDbDatabase* drawing() const; // its own, else the working one
+    AcDbObjectId effectiveStyle() const; // Standard for none
     double effectiveHeight() const;
+    veldrin::TextSize actualSize() const;
     AcGiText drawn() const;
 
     AcGePoint3d m_location;

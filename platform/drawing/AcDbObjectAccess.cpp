@@ -147,6 +147,7 @@ bool AcDbObjectAccess::findRoots(AcDbDatabase& database) {
     database.m_byLayer = findRecord(database.m_linetypeTable, "ByLayer");
     database.m_byBlock = findRecord(database.m_linetypeTable, "ByBlock");
     database.m_continuous = findRecord(database.m_linetypeTable, "Continuous");
+    database.m_standardStyle = findRecord(database.m_textStyleTable, "Standard");
     const AcDbObjectId fixed[] = {database.m_modelSpace, database.m_paperSpace, database.m_layerZero,
                                   database.m_byLayer,    database.m_byBlock,    database.m_continuous};
     return std::ranges::none_of(fixed, &AcDbObjectId::isNull);

@@ -9,16 +9,30 @@ namespace {
 
 constexpr double kEndSlack = 1.0e-8; // rounding by which a distance or parameter may miss the curve's end
 
-// The path of a curve that has one piece at least.
-Acad::ErrorStatus usablePath(const AcDbCurve& curve, CurvePath& path) {
-    curve.assertReadEnabled();
-    auto known = curve.path();
-    if (!known || known->isEmpty()) return Acad::eDegenerateGeometry;
-    path = std::move(*known);
-    return Acad::eOk;
-}
-
 } // namespace
+
+// A curve's path for one question, when it has one piece at least.
+class PathCurve::UsablePath {
+public:
+    explicit UsablePath(const PathCurve& curve) : m_path(curve.keptPath()) {
+        curve.assertReadEnabled();
+        if (m_path) return;
+        m_built = curve.path();
+        if (m_built) m_path = &*m_built;
+    }
+    UsablePath(const UsablePath&) = delete;
+    UsablePath& operator=(const UsablePath&) = delete;
+
+    Acad::ErrorStatus status() const {
+        return m_path && !m_path->isEmpty() ? Acad::eOk : Acad::eDegenerateGeometry;
+    }
+    const CurvePath& operator*() const { return *m_path; }
+    const CurvePath* operator->() const { return m_path; }
+
+private:
+    std::optional<CurvePath> m_built;
+    const CurvePath* m_path;
+};
 
 PathCurve::PathCurve() = default;
 PathCurve::~PathCurve() = default;
@@ -44,76 +58,76 @@ Acad::ErrorStatus PathCurve::positionAtParam(const CurvePath& path, double param
 }
 
 Acad::ErrorStatus PathCurve::getStartParam(double& param) const {
-    CurvePath curve;
-    const Acad::ErrorStatus status = usablePath(*this, curve);
+    const UsablePath curve(*this);
+    const Acad::ErrorStatus status = curve.status();
     if (status == Acad::eOk) param = paramOf(0.0);
     return status;
 }
 
 Acad::ErrorStatus PathCurve::getEndParam(double& param) const {
-    CurvePath curve;
-    const Acad::ErrorStatus status = usablePath(*this, curve);
-    if (status == Acad::eOk) param = paramOf(curve.endPosition());
+    const UsablePath curve(*this);
+    const Acad::ErrorStatus status = curve.status();
+    if (status == Acad::eOk) param = paramOf(curve->endPosition());
     return status;
 }
 
 Acad::ErrorStatus PathCurve::getStartPoint(AcGePoint3d& point) const {
-    CurvePath curve;
-    const Acad::ErrorStatus status = usablePath(*this, curve);
-    if (status == Acad::eOk) point = curve.pointAt(0.0);
+    const UsablePath curve(*this);
+    const Acad::ErrorStatus status = curve.status();
+    if (status == Acad::eOk) point = curve->pointAt(0.0);
     return status;
 }
 
 Acad::ErrorStatus PathCurve::getEndPoint(AcGePoint3d& point) const {
-    CurvePath curve;
-    const Acad::ErrorStatus status = usablePath(*this, curve);
-    if (status == Acad::eOk) point = curve.pointAt(curve.endPosition());
+    const UsablePath curve(*this);
+    const Acad::ErrorStatus status = curve.status();
+    if (status == Acad::eOk) point = curve->pointAt(curve->endPosition());
     return status;
 }
 
 Acad::ErrorStatus PathCurve::getPointAtParam(double param, AcGePoint3d& point) const {
-    CurvePath curve;
+    const UsablePath curve(*this);
     double position = 0.0;
-    Acad::ErrorStatus status = usablePath(*this, curve);
-    if (status == Acad::eOk) status = positionAtParam(curve, param, position);
-    if (status == Acad::eOk) point = curve.pointAt(position);
+    Acad::ErrorStatus status = curve.status();
+    if (status == Acad::eOk) status = positionAtParam(*curve, param, position);
+    if (status == Acad::eOk) point = curve->pointAt(position);
     return status;
 }
 
 Acad::ErrorStatus PathCurve::getParamAtPoint(const AcGePoint3d& point, double& param) const {
-    CurvePath curve;
+    const UsablePath curve(*this);
     double position = 0.0;
-    Acad::ErrorStatus status = usablePath(*this, curve);
-    if (status == Acad::eOk) status = positionAtPoint(curve, point, position);
+    Acad::ErrorStatus status = curve.status();
+    if (status == Acad::eOk) status = positionAtPoint(*curve, point, position);
     if (status == Acad::eOk) param = paramOf(position);
     return status;
 }
 
 Acad::ErrorStatus PathCurve::getDistAtParam(double param, double& dist) const {
-    CurvePath curve;
+    const UsablePath curve(*this);
     double position = 0.0;
-    Acad::ErrorStatus status = usablePath(*this, curve);
-    if (status == Acad::eOk) status = positionAtParam(curve, param, position);
-    if (status == Acad::eOk) dist = curve.distanceAt(position);
+    Acad::ErrorStatus status = curve.status();
+    if (status == Acad::eOk) status = positionAtParam(*curve, param, position);
+    if (status == Acad::eOk) dist = curve->distanceAt(position);
     return status;
 }
 
 Acad::ErrorStatus PathCurve::getParamAtDist(double dist, double& param) const {
-    CurvePath curve;
-    const Acad::ErrorStatus status = usablePath(*this, curve);
+    const UsablePath curve(*this);
+    const Acad::ErrorStatus status = curve.status();
     if (status != Acad::eOk) return status;
-    const double length = curve.length();
+    const double length = curve->length();
     if (!(dist >= -kEndSlack && dist <= length + kEndSlack)) return Acad::eInvalidInput;
-    param = paramOf(curve.positionAt(std::min(std::max(dist, 0.0), length)));
+    param = paramOf(curve->positionAt(std::min(std::max(dist, 0.0), length)));
     return Acad::eOk;
 }
 
 Acad::ErrorStatus PathCurve::getDistAtPoint(const AcGePoint3d& point, double& dist) const {
-    CurvePath curve;
+    const UsablePath curve(*this);
     double position = 0.0;
-    Acad::ErrorStatus status = usablePath(*this, curve);
-    if (status == Acad::eOk) status = positionAtPoint(curve, point, position);
-    if (status == Acad::eOk) dist = curve.distanceAt(position);
+    Acad::ErrorStatus status = curve.status();
+    if (status == Acad::eOk) status = positionAtPoint(*curve, point, position);
+    if (status == Acad::eOk) dist = curve->distanceAt(position);
     return status;
 }
 
@@ -124,14 +138,14 @@ Acad::ErrorStatus PathCurve::getPointAtDist(double dist, AcGePoint3d& point) con
 }
 
 Acad::ErrorStatus PathCurve::getFirstDeriv(double param, AcGeVector3d& deriv) const {
-    CurvePath curve;
+    const UsablePath curve(*this);
     double position = 0.0;
-    Acad::ErrorStatus status = usablePath(*this, curve);
-    if (status == Acad::eOk) status = positionAtParam(curve, param, position);
+    Acad::ErrorStatus status = curve.status();
+    if (status == Acad::eOk) status = positionAtParam(*curve, param, position);
     if (status != Acad::eOk) return status;
     const double paramPerPosition = paramOf(1.0) - paramOf(0.0);
     if (paramPerPosition == 0.0) return Acad::eDegenerateGeometry;
-    deriv = curve.derivativeAt(position) / paramPerPosition;
+    deriv = curve->derivativeAt(position) / paramPerPosition;
     return Acad::eOk;
 }
 
@@ -143,25 +157,25 @@ Acad::ErrorStatus PathCurve::getFirstDeriv(const AcGePoint3d& point, AcGeVector3
 
 Acad::ErrorStatus PathCurve::getClosestPointTo(const AcGePoint3d& given, AcGePoint3d& onCurve,
                                                bool extend) const {
-    CurvePath curve;
-    const Acad::ErrorStatus status = usablePath(*this, curve);
-    if (status == Acad::eOk) onCurve = curve.pointAt(curve.closest(given, extend));
+    const UsablePath curve(*this);
+    const Acad::ErrorStatus status = curve.status();
+    if (status == Acad::eOk) onCurve = curve->pointAt(curve->closest(given, extend));
     return status;
 }
 
 Acad::ErrorStatus PathCurve::getClosestPointTo(const AcGePoint3d& given, const AcGeVector3d& direction,
                                                AcGePoint3d& onCurve, bool extend) const {
     if (direction.isZeroLength()) return Acad::eInvalidInput;
-    CurvePath curve;
-    const Acad::ErrorStatus status = usablePath(*this, curve);
-    if (status == Acad::eOk) onCurve = curve.pointAt(curve.closestAlong(given, direction, extend));
+    const UsablePath curve(*this);
+    const Acad::ErrorStatus status = curve.status();
+    if (status == Acad::eOk) onCurve = curve->pointAt(curve->closestAlong(given, direction, extend));
     return status;
 }
 
 Acad::ErrorStatus PathCurve::subGetGeomExtents(AcDbExtents& extents) const {
-    CurvePath curve;
-    const Acad::ErrorStatus status = usablePath(*this, curve);
-    if (status == Acad::eOk) curve.addTo(extents);
+    const UsablePath curve(*this);
+    const Acad::ErrorStatus status = curve.status();
+    if (status == Acad::eOk) curve->addTo(extents);
     return status;
 }
 

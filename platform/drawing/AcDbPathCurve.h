@@ -30,6 +30,8 @@ public:
                                         AcGePoint3d& onCurve, bool extend = false) const override;
 
 protected:
+    // The path of a curve that keeps it built; null of one that builds it for every question.
+    virtual const CurvePath* keptPath() const { return nullptr; }
     // Between the curve's own parameter and positions on its path; as it stands, they are the same.
     virtual double paramOf(double position) const;
     virtual double positionOf(double param) const;
@@ -43,6 +45,8 @@ protected:
                                         AcGeIntArray& geomIds) const override;
 
 private:
+    class UsablePath;
+
     Acad::ErrorStatus positionAtPoint(const CurvePath& path, const AcGePoint3d& point,
                                       double& position) const;
     Acad::ErrorStatus positionAtParam(const CurvePath& path, double param, double& position) const;

@@ -21,8 +21,13 @@ AcDbSpline::AcDbSpline(AcGePoint3dArray vertices, AcGeDoubleArray bulges, bool c
     m_bulges.resize(m_vertices.size(), 0.0);
 }
 
+const CurvePath* AcDbSpline::keptPath() const {
+    if (!m_path) m_path.emplace(m_vertices, m_bulges, m_closed, m_normal);
+    return &*m_path;
+}
+
 std::optional<CurvePath> AcDbSpline::path() const {
-    return CurvePath(m_vertices, m_bulges, m_closed, m_normal);
+    return *keptPath();
 }
 
 Acad::ErrorStatus AcDbSpline::dwgOutFields(AcDbDwgFiler* filer) const {
@@ -45,6 +50,7 @@ Acad::ErrorStatus AcDbSpline::dwgInFields(AcDbDwgFiler* filer) {
     filer->readBool(m_closed);
     filer->readVector3d(m_normal);
     filer->readInt32(count);
+    m_path.reset();
     m_vertices.clear();
     m_bulges.clear();
     for (Adesk::Int32 i = 0; i < count && filer->filerStatus() == Acad::eOk; ++i) {
@@ -64,7 +70,7 @@ Acad::ErrorStatus AcDbSpline::dxfOutFields(AcDbDxfFiler* filer) const {
     if (status != Acad::eOk) return status;
     constexpr int kPlanar = 8;
     AcGePoint3dArray fitPoints;
-    const CurvePath curve = *path();
+    const CurvePath& curve = *keptPath();
     for (const veldrin::CurvePiece& piece : curve.pieces()) {
         fitPoints.push_back(piece.start);
         if (piece.isArc()) fitPoints.push_back(piece.pointAt(0.5));
@@ -95,12 +101,13 @@ void AcDbSpline::subList() const {
     AcDbCurve::subList();
     veldrin::listValue(m_closed ? "Closed," : "Open,", std::to_string(m_vertices.size()) + " joints");
     for (const AcGePoint3d& p : m_vertices) veldrin::listPoint(*this, "at point", p);
-    veldrin::listValue("length", veldrin::listedLength(*this, path()->length()));
+    veldrin::listValue("length", veldrin::listedLength(*this, keptPath()->length()));
 }
 
 Acad::ErrorStatus AcDbSpline::subTransformBy(const AcGeMatrix3d& matrix) {
     if (matrix.isSingular()) return Acad::eInvalidInput;
     if (!matrix.isUniformScale()) return Acad::eCannotScaleNonUniformly;
+    m_path.reset();
     for (AcGePoint3d& p : m_vertices) p.transformBy(matrix);
     if (matrix.det() < 0.0)
         for (double& bulge : m_bulges) bulge = -bulge;
@@ -109,7 +116,7 @@ Acad::ErrorStatus AcDbSpline::subTransformBy(const AcGeMatrix3d& matrix) {
 }
 
 Acad::ErrorStatus AcDbSpline::subExplode(std::vector<AcDbEntity*>& pieces) const {
-    const CurvePath curve = *path();
+    const CurvePath& curve = *keptPath();
     if (curve.isEmpty()) return Acad::eDegenerateGeometry;
     veldrin::explodePath(curve, *this, pieces);
     return Acad::eOk;

@@ -28,6 +28,7 @@ public:
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
 protected:
+    const veldrin::CurvePath* keptPath() const override;
     bool subWorldDraw(AcGiWorldDraw* draw) override;
     void subList() const override;
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
@@ -38,4 +39,5 @@ private:
     AcGeDoubleArray m_bulges;
     bool m_closed = false;
     AcGeVector3d m_normal{0.0, 0.0, 1.0};
+    mutable std::optional<veldrin::CurvePath> m_path; // built when first asked for; dropped by a change
 };

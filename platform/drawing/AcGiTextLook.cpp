@@ -4,8 +4,6 @@
 
 namespace veldrin {
 
-namespace {
-
 void takeStyle(AcDbObjectId style, TextLook& look) {
     if (style.isNull()) return;
     const AcDbObjectPointer<AcDbTextStyleTableRecord> record(style, AcDb::kForRead, true);
@@ -13,8 +11,6 @@ void takeStyle(AcDbObjectId style, TextLook& look) {
     look.widthFactor = record->xScale();
     look.oblique = record->obliquingAngle();
 }
-
-} // namespace
 
 TextLayout layoutOf(const AcGiText& text) {
     TextLook look;
@@ -28,13 +24,6 @@ TextLayout layoutOf(const AcGiText& text) {
         look.oblique = text.oblique;
     look.widthFactor *= text.widthFactor;
     return TextLayout(text.contents, look);
-}
-
-TextLayout layoutOf(std::string_view contents, AcDbObjectId style, double height) {
-    TextLook look;
-    look.height = height;
-    takeStyle(style, look);
-    return TextLayout(contents, look);
 }
 
 AcGePoint3d placeOf(const AcGiText& text, const AcGePoint2d& inLayout) {

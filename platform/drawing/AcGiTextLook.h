@@ -7,11 +7,10 @@
 
 namespace veldrin {
 
+// What a text style gives; a null or missing one gives nothing.
+VELDRIN_API void takeStyle(AcDbObjectId style, TextLook& look);
 // The layout of a drawn text. Multi-line text has width and slant from its style, a single line its own.
 VELDRIN_API TextLayout layoutOf(const AcGiText& text);
-// The same with a style's look alone; for text that is only measured.
-VELDRIN_API TextLayout layoutOf(std::string_view contents, AcDbObjectId style, double height);
-
 // Lays a point of the layout's plane into the world.
 VELDRIN_API AcGePoint3d placeOf(const AcGiText& text, const AcGePoint2d& inLayout);
 // Corners of the box around the text, in the world, around from the lower left.

@@ -19,8 +19,8 @@ namespace veldrin {
 namespace {
 
 // A new file is nobody's until it takes its place, so it needs no journal; it must be on the disk by then.
-constexpr const char* kNewFile =
-    "pragma journal_mode = off; pragma synchronous = full; pragma locking_mode = exclusive";
+constexpr const char* kNewFile = "pragma page_size = 16384; pragma journal_mode = off; pragma synchronous = "
+                                 "full; pragma locking_mode = exclusive";
 constexpr const char* kOldFile = "pragma journal_mode = delete; pragma synchronous = full";
 
 std::string saveWhole(const AcDbDatabase& database, const std::string& target, const std::string& saveId) {

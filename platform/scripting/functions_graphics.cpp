@@ -111,8 +111,8 @@ Value textSize(Engine&, Args args) {
     look.height = style->textSize() > 0.0 ? style->textSize() : args.number(1);
     look.widthFactor = style->xScale();
     look.oblique = style->obliquingAngle();
-    const TextLayout layout(args.text(2), look);
-    return lisp::list(Value::real(layout.width()), Value::real(layout.height()));
+    const TextSize size = measure(args.text(2), look);
+    return lisp::list(Value::real(size.width), Value::real(size.height));
 }
 
 constexpr lisp::BuiltinRow rows[] = {

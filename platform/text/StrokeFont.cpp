@@ -39,10 +39,25 @@ int number(char c) {
 
 } // namespace
 
+namespace {
+
+template<class Text>
+double widthOf(Text line) {
+    long sum = 0;
+    for (const auto c : line) {
+        const std::string_view g = glyph(static_cast<char32_t>(c));
+        sum += number(g[1]) - number(g[0]);
+    }
+    return static_cast<double>(sum) / kCapital;
+}
+
+} // namespace
+
 double lineWidth(std::u32string_view line) {
-    int sum = 0;
-    for (const char32_t c : line) sum += number(glyph(c)[1]) - number(glyph(c)[0]);
-    return sum / kCapital;
+    return widthOf(line);
+}
+double lineWidth(std::string_view ascii) {
+    return widthOf(ascii);
 }
 
 void lineStrokes(std::u32string_view line, const std::function<void(std::span<const AcGePoint2d>)>& put) {

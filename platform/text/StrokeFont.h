@@ -14,6 +14,7 @@ namespace veldrin {
 
 // Width of a line of text from its first advance to its last, for capitals of height 1.
 VELDRIN_API double lineWidth(std::u32string_view line);
+VELDRIN_API double lineWidth(std::string_view ascii);
 
 // Strokes of a line for capitals of height 1 on a baseline that begins at the origin.
 VELDRIN_API void lineStrokes(std::u32string_view line,

@@ -1,5 +1,9 @@
 #include "text/text_codes.h"
 
+#include <cmath>
+#include <cstdlib>
+#include <numbers>
+
 namespace veldrin {
 
 namespace {
@@ -20,29 +24,68 @@ int hexDigit(char32_t c) {
     return -1;
 }
 
-// Reads through a text; both kinds of contents share the codes that begin with %% and \U+.
-class Reader {
+class CodeReader {
 public:
-    explicit Reader(std::u32string text) : m_text(std::move(text)) {}
+    explicit CodeReader(std::u32string text) : m_text(std::move(text)) {}
 
+    std::vector<TextItem> singleLine() {
+        while (!done())
+            if (!takeSpecial(m_words)) m_words += take();
+        endWords();
+        return std::move(m_items);
+    }
+
+    std::vector<TextItem> multiLine(double textHeight) {
+        m_textHeight = textHeight;
+        while (!done()) {
+            if (takeSpecial(m_words)) continue;
+            switch (const char32_t c = take()) {
+            case U'\\':
+                if (!done()) takeCode();
+                break;
+            case U'\n': endLine(); break;
+            case U'\r': break;
+            case U'{': m_outer.push_back(m_format); break;
+            case U'}': closeGroup(); break;
+            default: m_words += c;
+            }
+        }
+        endWords();
+        return std::move(m_items);
+    }
+
+private:
     bool done() const { return m_at >= m_text.size(); }
     char32_t peek(std::size_t ahead = 0) const {
         return m_at + ahead < m_text.size() ? m_text[m_at + ahead] : 0;
     }
     char32_t take() { return m_text[m_at++]; }
-    void skip(std::size_t count) { m_at += count; }
 
-    // The text up to a mark, and past it; to the end without one.
-    std::u32string upTo(char32_t mark) {
-        const std::size_t end = m_text.find(mark, m_at);
-        std::u32string part = m_text.substr(m_at, end == std::u32string::npos ? end : end - m_at);
-        m_at = end == std::u32string::npos ? m_text.size() : end + 1;
+    // The text up to a semicolon, and past it; to the end without one. A backslash frees the next character.
+    std::u32string argument() {
+        std::u32string part;
+        while (!done()) {
+            const char32_t c = take();
+            if (c == U';') break;
+            if (takenSpecialAt(c, part)) continue;
+            if (c == U'\\' && !done())
+                part += take();
+            else
+                part += c;
+        }
         return part;
+    }
+
+    bool takenSpecialAt(char32_t c, std::u32string& out) {
+        if (c != U'%' && c != U'\\') return false;
+        --m_at;
+        if (takeSpecial(out)) return true;
+        ++m_at;
+        return false;
     }
 
     bool takeSpecial(std::u32string& out) { return takePercent(out) || takeUnicode(out); }
 
-private:
     bool takePercent(std::u32string& out) {
         if (peek() != U'%' || peek(1) != U'%') return false;
         switch (peek(2)) {
@@ -54,19 +97,21 @@ private:
         case U'P': out += kPlusMinus; break;
         case U'%': out += U'%'; break;
         case U'u':
-        case U'U':
+        case U'U': change(m_format.underlined, !m_format.underlined); break;
         case U'o':
-        case U'O': break; // lines above and below are not drawn
+        case U'O': change(m_format.overlined, !m_format.overlined); break;
+        case U'k':
+        case U'K': change(m_format.struck, !m_format.struck); break;
         default: return takeNumber(out);
         }
-        skip(3);
+        m_at += 3;
         return true;
     }
 
     bool takeNumber(std::u32string& out) {
         if (!isDigit(peek(2)) || !isDigit(peek(3)) || !isDigit(peek(4))) return false;
         out += (peek(2) - U'0') * 100 + (peek(3) - U'0') * 10 + (peek(4) - U'0');
-        skip(5);
+        m_at += 5;
         return true;
     }
 
@@ -79,47 +124,138 @@ private:
             code = code * 16 + digit;
         }
         out += static_cast<char32_t>(code);
-        skip(7);
+        m_at += 7;
         return true;
+    }
+
+    // What follows a backslash in a multi-line text.
+    void takeCode() {
+        switch (const char32_t code = take()) {
+        case U'P':
+        case U'n':
+        case U'X': endLine(); break;
+        case U'~': m_words += kHardSpace; break;
+        case U'L': change(m_format.underlined, true); break;
+        case U'l': change(m_format.underlined, false); break;
+        case U'O': change(m_format.overlined, true); break;
+        case U'o': change(m_format.overlined, false); break;
+        case U'K': change(m_format.struck, true); break;
+        case U'k': change(m_format.struck, false); break;
+        case U'S': takeStack(); break;
+        case U'H': takeHeight(); break;
+        case U'W': takeWidthFactor(); break;
+        case U'Q':
+        case U'A': takeNumbered(code); break;
+        case U'C':
+        case U'c':
+        case U'f':
+        case U'F':
+        case U'p':
+        case U'T': argument(); break;
+        default: m_words += code; // \\ \{ \} and what is no code
+        }
+    }
+
+    // The parts of a stack are divided by the first of its three signs that no backslash frees.
+    void takeStack() {
+        TextItem stack;
+        std::u32string* part = &stack.text;
+        while (!done()) {
+            const char32_t c = take();
+            if (c == U';') break;
+            if (takenSpecialAt(c, *part)) continue;
+            const bool divides = c == U'/' || c == U'#' || c == U'^';
+            if (c == U'\\' && !done()) {
+                *part += take();
+            } else if (divides && part == &stack.text) {
+                stack.kind = c == U'/'   ? TextItem::kFraction
+                             : c == U'#' ? TextItem::kDiagonal
+                                         : TextItem::kTolerance;
+                part = &stack.below;
+            } else {
+                *part += c;
+            }
+        }
+        if (stack.kind == TextItem::kWords) {
+            m_words += stack.text;
+            return;
+        }
+        endWords();
+        stack.format = m_format;
+        m_items.push_back(std::move(stack));
+    }
+
+    // A number, and whether an x behind it makes it a factor. False for what is no usable number.
+    static bool readNumber(const std::u32string& text, double& number, bool& isFactor) {
+        std::string plain;
+        for (const char32_t c : text) plain += c < 128 ? static_cast<char>(c) : '?';
+        char* end = nullptr;
+        number = std::strtod(plain.c_str(), &end);
+        isFactor = *end == 'x' || *end == 'X';
+        return end != plain.c_str() && std::isfinite(number);
+    }
+
+    void takeHeight() {
+        double number = 0.0;
+        bool isFactor = false;
+        if (!readNumber(argument(), number, isFactor) || !(number > 0.0)) return;
+        if (isFactor)
+            change(m_format.height, m_format.height * number);
+        else if (m_textHeight > 0.0)
+            change(m_format.height, number / m_textHeight);
+    }
+
+    void takeWidthFactor() {
+        double number = 0.0;
+        bool isFactor = false;
+        if (!readNumber(argument(), number, isFactor) || !(number > 0.0)) return;
+        change(m_format.widthFactor, isFactor ? m_format.widthFactor * number : number);
+    }
+
+    void takeNumbered(char32_t code) {
+        double number = 0.0;
+        bool isFactor = false;
+        if (!readNumber(argument(), number, isFactor)) return;
+        constexpr double kSteepest = 85.0; // degrees; what styles allow
+        if (code == U'Q' && std::abs(number) <= kSteepest)
+            change(m_format.oblique, number * std::numbers::pi / 180.0);
+        else if (code == U'A' && number >= 0.0 && number <= 2.0)
+            change(m_format.alignment, static_cast<int>(number));
+    }
+
+    template<class T>
+    void change(T& member, T value) {
+        if (member == value) return;
+        endWords();
+        member = value;
+    }
+
+    void closeGroup() {
+        if (m_outer.empty()) return;
+        if (!(m_format == m_outer.back())) endWords();
+        m_format = m_outer.back();
+        m_outer.pop_back();
+    }
+
+    void endWords() {
+        if (m_words.empty()) return;
+        m_items.push_back({TextItem::kWords, m_format, std::move(m_words), {}});
+        m_words.clear();
+    }
+
+    void endLine() {
+        endWords();
+        m_items.push_back({TextItem::kLineEnd, m_format, {}, {}});
     }
 
     std::u32string m_text;
     std::size_t m_at = 0;
+    double m_textHeight = 1.0;
+    TextFormat m_format;
+    std::vector<TextFormat> m_outer;
+    std::u32string m_words;
+    std::vector<TextItem> m_items;
 };
-
-// What follows a backslash in a multi-line text.
-void takeCode(Reader& reader, std::vector<std::u32string>& lines) {
-    std::u32string& line = lines.back();
-    switch (const char32_t code = reader.take()) {
-    case U'P':
-    case U'n':
-    case U'X': lines.emplace_back(); break;
-    case U'~': line += kHardSpace; break;
-    case U'\\':
-    case U'{':
-    case U'}': line += code; break;
-    case U'L':
-    case U'l':
-    case U'O':
-    case U'o':
-    case U'K':
-    case U'k': break;
-    case U'S':
-        for (const char32_t c : reader.upTo(U';')) line += c == U'^' || c == U'#' ? U'/' : c;
-        break;
-    case U'A':
-    case U'C':
-    case U'c':
-    case U'f':
-    case U'F':
-    case U'H':
-    case U'p':
-    case U'Q':
-    case U'T':
-    case U'W': reader.upTo(U';'); break;
-    default: line += code;
-    }
-}
 
 } // namespace
 
@@ -142,28 +278,16 @@ std::u32string toCodePoints(std::string_view utf8) {
     return points;
 }
 
-std::u32string plainLine(std::string_view contents) {
-    Reader reader(toCodePoints(contents));
-    std::u32string line;
-    while (!reader.done())
-        if (!reader.takeSpecial(line)) line += reader.take();
-    return line;
+std::vector<TextItem> singleLineItems(std::string_view contents) {
+    return CodeReader(toCodePoints(contents)).singleLine();
 }
 
-std::vector<std::u32string> plainLines(std::string_view contents) {
-    Reader reader(toCodePoints(contents));
-    std::vector<std::u32string> lines(1);
-    while (!reader.done()) {
-        if (reader.takeSpecial(lines.back())) continue;
-        const char32_t c = reader.take();
-        if (c == U'\\' && !reader.done())
-            takeCode(reader, lines);
-        else if (c == U'\n')
-            lines.emplace_back();
-        else if (c != U'{' && c != U'}' && c != U'\r')
-            lines.back() += c;
-    }
-    return lines;
+std::vector<TextItem> multiLineItems(std::string_view contents, double textHeight) {
+    return CodeReader(toCodePoints(contents)).multiLine(textHeight);
+}
+
+bool isPlain(std::string_view contents) {
+    return contents.find_first_of("\\{}%\n\r") == std::string_view::npos;
 }
 
 } // namespace veldrin
