@@ -79,3 +79,62 @@ TEST(FitCurve, SurvivesPointsThatGiveNoDirection) {
     for (const double bulge : bulges) EXPECT_TRUE(std::isfinite(bulge));
     for (const AcGePoint3d& p : vertices) EXPECT_TRUE(std::isfinite(p.x) && std::isfinite(p.y));
 }
+
+// What is asked of a fitted curve in one way must agree with what is asked in another, to a billionth.
+TEST(FitCurve, AnswersAgreeWithOneAnother) {
+    constexpr double kClose = 1.0e-9;
+    const AcDb2dPolyline trap(AcDb::k2dFitCurvePoly, trapPoints());
+    AcDbSpline* made = nullptr;
+    ASSERT_EQ(trap.getSpline(made), Acad::eOk);
+    const std::unique_ptr<AcDbSpline> spline(made);
+    AcGePoint3d end;
+    double length = 0;
+    ASSERT_EQ(spline->getEndPoint(end), Acad::eOk);
+    ASSERT_EQ(spline->getDistAtPoint(end, length), Acad::eOk);
+    EXPECT_NEAR(length, trap.length(), kClose);
+    expectPoint(end, trapPoints().back(), kClose);
+
+    constexpr int kSteps = 97;
+    for (int i = 0; i <= kSteps; ++i) {
+        const double dist = length * i / kSteps;
+        AcGePoint3d point, onSpline, mirrored;
+        double back = 0, param = 0, atParam = 0;
+        ASSERT_EQ(trap.getPointAtDist(dist, point), Acad::eOk);
+        ASSERT_EQ(spline->getPointAtDist(dist, onSpline), Acad::eOk);
+        ASSERT_EQ(trap.getPointAtDist(length - dist, mirrored), Acad::eOk);
+        ASSERT_EQ(trap.getDistAtPoint(point, back), Acad::eOk);
+        ASSERT_EQ(trap.getParamAtDist(dist, param), Acad::eOk);
+        ASSERT_EQ(trap.getDistAtParam(param, atParam), Acad::eOk);
+        expectPoint(onSpline, point, kClose);
+        expectPoint(mirrored, {188.0 - point.x, point.y, point.z}, kClose);
+        EXPECT_NEAR(back, dist, kClose);
+        EXPECT_NEAR(atParam, dist, kClose);
+    }
+
+    const AcDbLine level({80, -9, 0}, {110, -9, 0});
+    const AcDbArc across({94, 0, 0}, 11.0, kPi, 2 * kPi);
+    const AcDb2dPolyline aside(AcDb::k2dFitCurvePoly, {{85, -6, 0}, {91, -11, 0}, {97, -6, 0}, {99, -14, 0}});
+    for (const AcDbCurve* other :
+         {static_cast<const AcDbCurve*>(&level), static_cast<const AcDbCurve*>(&across),
+          static_cast<const AcDbCurve*>(&aside)}) {
+        AcGePoint3dArray fromTrap, fromSpline, fromOther;
+        trap.intersectWith(other, AcDb::kOnBothOperands, fromTrap);
+        spline->intersectWith(other, AcDb::kOnBothOperands, fromSpline);
+        other->intersectWith(&trap, AcDb::kOnBothOperands, fromOther);
+        ASSERT_GE(fromTrap.size(), 2U);
+        expectPoints(fromSpline, fromTrap, kClose);
+        ASSERT_EQ(fromOther.size(), fromTrap.size());
+        for (const AcGePoint3d& point : fromTrap) {
+            AcGePoint3d onTrap, onOther;
+            trap.getClosestPointTo(point, onTrap);
+            other->getClosestPointTo(point, onOther);
+            expectPoint(onTrap, point, kClose);
+            expectPoint(onOther, point, kClose);
+            double dist = 0;
+            AcGePoint3d again;
+            ASSERT_EQ(trap.getDistAtPoint(point, dist), Acad::eOk);
+            ASSERT_EQ(trap.getPointAtDist(dist, again), Acad::eOk);
+            expectPoint(again, point, kClose);
+        }
+    }
+}
