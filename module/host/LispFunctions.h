@@ -37,6 +37,10 @@ int setArcBreaks();
 int setPtrapLine1Breaks();
 int setPtrapPolylineBreaks();
 int setPtrapLine2Breaks();
+// pipe/handlers_ptrap.cpp
+int intersectPtrapLine();
+int intersectPtrapArc();
+int intersectPtrapPtrap();
 } // namespace handlers
 
 } // namespace plumb
