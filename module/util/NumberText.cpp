@@ -1,21 +1,95 @@
 #include "util/NumberText.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
+#include <cstdlib>
 
 namespace plumb {
 
+namespace {
+
+constexpr int kMostDecimals = 10;
+constexpr double kInchesAFoot = 12.0;
+
+// Digits of a number without its sign, rounded half up at a place behind the point. A half is a finite sum of
+// powers of two, so it shows as a 5 and zeros well before the digits end.
+CString roundedDigits(double value, int decimals) {
+    constexpr int kExact = 40;
+    char buffer[400];
+    const int length = std::snprintf(buffer, sizeof buffer, "%.*f", kExact, std::abs(value));
+    CString digits(buffer, static_cast<std::size_t>(length));
+    const std::size_t point = digits.find('.');
+    if (point == CString::npos) return digits; // not a number, or infinite
+    const std::size_t cut = point + 1 + static_cast<std::size_t>(decimals);
+    const bool up = digits[cut] >= '5';
+    digits.resize(decimals == 0 ? point : cut);
+    if (!up) return digits;
+    for (std::size_t i = digits.size(); i-- > 0;) {
+        if (digits[i] == '.') continue;
+        if (digits[i] != '9') {
+            ++digits[i];
+            return digits;
+        }
+        digits[i] = '0';
+    }
+    return "1" + digits;
+}
+
+} // namespace
+
+CString IntToText(long value) {
+    return std::to_string(value);
+}
+
 CString DoubleToText(double value, int decimals, bool trim) {
-    decimals = std::clamp(decimals, 0, 10);
-    char buffer[340];
-    const int length = std::snprintf(buffer, sizeof buffer, "%.*f", decimals, value);
-    CString text(buffer, static_cast<std::size_t>(std::max(length, 0)));
-    const bool vanishes = text.find_first_not_of("-0.") == CString::npos;
-    if (vanishes && text.front() == '-') text.erase(0, 1);
-    if (!trim || (vanishes && value != 0.0) || text.find('.') == CString::npos) return text;
-    text.erase(text.find_last_not_of('0') + 1);
-    if (text.back() == '.') text.pop_back();
+    CString text = roundedDigits(value, std::clamp(decimals, 0, kMostDecimals));
+    const bool vanishes = text.find_first_not_of("0.") == CString::npos;
+    if (trim && (!vanishes || value == 0.0) && text.find('.') != CString::npos) {
+        text.erase(text.find_last_not_of('0') + 1);
+        if (text.back() == '.') text.pop_back();
+    }
+    return std::signbit(value) && !vanishes ? "-" + text : text;
+}
+
+CString DoubleToTextWithCommas(double value, int decimals) {
+    CString text = DoubleToText(value, decimals, true);
+    const std::size_t first = text.front() == '-' ? 1 : 0;
+    std::size_t at = std::min(text.find('.'), text.size());
+    while (at > first + 3) {
+        at -= 3;
+        text.insert(at, ",");
+    }
     return text;
+}
+
+CString InchesToFeetText(double inches) {
+    const double size = std::abs(inches);
+    const double feet = std::floor(std::trunc(size) / kInchesAFoot);
+    const double rest = size - feet * kInchesAFoot;
+    const CString text =
+        DoubleToText(feet, 0, false) + "-" + (rest == 0.0 ? "0" : DoubleToText(rest, 4, true));
+    return inches < 0.0 ? "-" + text : text;
+}
+
+double FeetTextToInches(const CString& text) {
+    const bool isNegative = !text.empty() && text.front() == '-';
+    const CString size = isNegative ? text.substr(1) : text;
+    const std::size_t dash = size.find('-');
+    const double feet = std::strtod(size.substr(0, dash).c_str(), nullptr);
+    const double inches = dash == CString::npos ? 0.0 : std::strtod(size.c_str() + dash + 1, nullptr);
+    const double total = feet * kInchesAFoot + inches;
+    return isNegative ? -total : total;
+}
+
+CString SqlQuote(const CString& text) {
+    if (text.empty()) return "' '";
+    CString quoted = "'";
+    for (const char c : text) {
+        if (c == '\'') quoted += c;
+        quoted += c;
+    }
+    return quoted + "'";
 }
 
 } // namespace plumb

@@ -6,7 +6,6 @@
 #include "runtime/Host.h"
 #include "system/UserSettings.h"
 #include "util/Folders.h"
-#include "util/NumberText.h"
 #include "util/Registry.h"
 
 using namespace plumb;
@@ -30,17 +29,6 @@ TEST(PipeBreaks, SlotsKeepEqualOnesAndLoseTheLargest) {
     BreakSlots zero{2.0};
     insertBreak(zero, 0.0);
     EXPECT_EQ(zero, (BreakSlots{0.0, 2.0}));
-}
-
-TEST(NumberText, TrimsAndKeepsWhatVanishes) {
-    EXPECT_EQ(DoubleToText(2.5, 4, false), "2.5000");
-    EXPECT_EQ(DoubleToText(2.5, 4, true), "2.5");
-    EXPECT_EQ(DoubleToText(3.0, 4, true), "3");
-    EXPECT_EQ(DoubleToText(0.0, 2, true), "0");
-    EXPECT_EQ(DoubleToText(-10.0, 2, true), "-10");
-    EXPECT_EQ(DoubleToText(0.00004, 4, true), "0.0000");
-    EXPECT_EQ(DoubleToText(-0.001, 2, true), "0.00");
-    EXPECT_EQ(DoubleToText(100.0, 0, true), "100");
 }
 
 TEST(Folders, TheBackslashWins) {
