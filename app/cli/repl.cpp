@@ -8,6 +8,7 @@
 #include "lisp/Printer.h"
 #include "lisp/Reader.h"
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 
@@ -21,7 +22,13 @@ constexpr const char* kContinuation = "_> ";
 // The prompt: forms are evaluated and their values shown, anything else is a command.
 class Prompt {
 public:
-    explicit Prompt(Session& session) : m_session(session), m_host(session.host()) {}
+    explicit Prompt(Session& session) : m_session(session), m_host(session.host()) {
+        setCompleter(
+            [this](const std::string& word, const std::string& before) { return candidates(word, before); });
+    }
+    ~Prompt() { setCompleter({}); }
+    Prompt(const Prompt&) = delete;
+    Prompt& operator=(const Prompt&) = delete;
 
     int run() {
         veldrin::CommandLine& line = m_host.commandLine();
@@ -39,6 +46,29 @@ private:
         const std::size_t first = text.find_first_not_of(" \t\r");
         if (first == std::string::npos) return {};
         return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
+    }
+
+    // In a form the names that have a value, at the line's beginning those of commands; in the case of what
+    // was typed.
+    std::vector<std::string> candidates(const std::string& word, const std::string& before) const {
+        const bool isForm = before.find_first_of("(!'") != std::string::npos;
+        std::vector<std::string> found;
+        if (isForm) {
+            for (const lisp::Symbol* symbol : m_host.lisp().symbolsWithPrefix(word))
+                if (!m_host.lisp().get(symbol->name).isNil()) found.push_back(symbol->name);
+        } else if (trimmed(before).empty()) {
+            found = m_host.commands().names();
+        }
+        std::string upper = word;
+        for (char& c : upper)
+            if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+        std::erase_if(found, [&](const std::string& name) { return !name.starts_with(upper); });
+        const bool small = upper != word;
+        for (std::string& name : found)
+            for (char& c : name)
+                if (small && c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+        std::sort(found.begin(), found.end());
+        return found;
     }
 
     // The exit status when the line ends the program.

@@ -55,6 +55,17 @@ Acad::ErrorStatus AcDbDictionary::remove(const std::string& name) {
     return status;
 }
 
+Acad::ErrorStatus AcDbDictionary::rename(const std::string& from, const std::string& to) {
+    assertWriteEnabled();
+    const auto entry = m_entries.find(from);
+    if (entry == m_entries.end()) return Acad::eKeyNotFound;
+    if (has(to)) return Acad::eDuplicateKey;
+    const AcDbObjectId id = entry->second;
+    m_entries.erase(entry);
+    m_entries.emplace(to, id);
+    return Acad::eOk;
+}
+
 Acad::ErrorStatus AcDbDictionary::dwgInFields(AcDbDwgFiler* filer) {
     const Acad::ErrorStatus status = AcDbObject::dwgInFields(filer);
     if (status != Acad::eOk) return status;

@@ -20,6 +20,8 @@ public:
     // the same name is replaced and its object erased.
     Acad::ErrorStatus setAt(const std::string& name, AcDbObject* object, AcDbObjectId& id);
     Acad::ErrorStatus remove(const std::string& name);
+    // eKeyNotFound, or eDuplicateKey for a name that is taken.
+    Acad::ErrorStatus rename(const std::string& from, const std::string& to);
     const std::map<std::string, AcDbObjectId>& entries() const { return m_entries; }
 
     Acad::ErrorStatus dwgInFields(AcDbDwgFiler* filer) override;

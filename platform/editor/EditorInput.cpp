@@ -102,6 +102,19 @@ Answer EditorInput::askNow(const Question& asked) {
     }
 }
 
+int EditorInput::nextKey() {
+    constexpr int kEnter = 13;
+    if (m_keys.empty()) {
+        const std::optional<std::string> line = m_reader ? m_reader("") : std::nullopt;
+        if (!line) throw InputCancelled();
+        for (const char c : *line) m_keys.push_back(static_cast<unsigned char>(c));
+        m_keys.push_back(kEnter);
+    }
+    const int key = m_keys.front();
+    m_keys.pop_front();
+    return key;
+}
+
 bool EditorInput::step() {
     Session& session = *m_session;
     if (session.waiting.empty()) return false;

@@ -153,6 +153,8 @@ public:
         return ask({Want::Keyword, prompt, keywords, 0, nullptr});
     }
 
+    // The next key of what the user types, 13 for Enter. Throws InputCancelled at the end of all input.
+    int nextKey();
     // Asks on the spot, as the Lisp functions do: the queue first, then the user. Throws InputCancelled.
     Answer askNow(const Question& question);
 
@@ -193,6 +195,7 @@ private:
     static bool accept(Question& question, const InputToken& token, Answer& answer);
 
     LineReader m_reader;
+    std::deque<int> m_keys; // of a line that was typed, not read yet
     Rules m_rules;
     Session m_ownSession;
     Session* m_session = &m_ownSession;

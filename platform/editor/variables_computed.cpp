@@ -8,10 +8,13 @@
 #include "ui/UiBackend.h"
 
 #include <chrono>
+#include <cstdlib>
+#include <cstring>
 #include <ctime>
 #include <filesystem>
 #include <fmt/format.h>
 #include <pwd.h>
+#include <sys/utsname.h>
 #include <unistd.h>
 
 namespace fs = std::filesystem;
@@ -50,6 +53,20 @@ VariableValue temporaryFolder(Host&, Document*) {
     std::error_code error;
     const fs::path folder = fs::temp_directory_path(error);
     return folderText(error ? fs::path("/tmp") : folder);
+}
+
+VariableValue machineName(Host&, Document*) {
+    utsname name{};
+    uname(&name);
+    return fmt::format("{} {}", name.sysname, name.machine);
+}
+
+// Language of the messages, from the environment as programs on this system read it.
+VariableValue language(Host&, Document*) {
+    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"})
+        if (const char* value = std::getenv(name); value && std::strlen(value) >= 2 && value[0] != 'C')
+            return std::string(value, 2);
+    return std::string("en");
 }
 
 struct Moment {
@@ -149,8 +166,10 @@ const Row kRows[] = {
     {"EXTMIN", VariableKind::Point3d, true, leastPoint},
     {"LASTPROMPT", VariableKind::Text, false,
      [](Host& host, Document*) -> VariableValue { return host.commandLine().lastLine(); }},
+    {"LOCALE", VariableKind::Text, false, language},
     {"LOGINNAME", VariableKind::Text, false, loginName},
     {"MILLISECS", VariableKind::Integer, false, milliseconds},
+    {"PLATFORM", VariableKind::Text, false, machineName},
     {"SAVENAME", VariableKind::Text, true,
      [](Host&, Document* document) -> VariableValue {
          return document->isTitled() ? document->path() : std::string();

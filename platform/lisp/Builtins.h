@@ -19,5 +19,6 @@ std::span<const BuiltinRow> outputBuiltins();
 std::span<const BuiltinRow> fileBuiltins();
 std::span<const BuiltinRow> fileNameBuiltins();
 std::span<const BuiltinRow> settingBuiltins();
+std::span<const BuiltinRow> sessionBuiltins();
 
 } // namespace veldrin::lisp

@@ -26,7 +26,8 @@ Engine::Engine(Limits limits)
     }
     for (const auto rows : {controlBuiltins(), numberBuiltins(), geometryBuiltins(), listBuiltins(),
                             listSearchBuiltins(), textBuiltins(), textSearchBuiltins(), unitBuiltins(),
-                            outputBuiltins(), fileBuiltins(), fileNameBuiltins(), settingBuiltins()})
+                            outputBuiltins(), fileBuiltins(), fileNameBuiltins(), settingBuiltins(),
+                            sessionBuiltins()})
         define(rows);
     Symbol& pi = intern("PI");
     pi.value = pi.protectedValue = bits::ofReal(std::numbers::pi);

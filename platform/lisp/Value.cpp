@@ -130,6 +130,7 @@ const Error& Value::asError() const {
 
 bool Value::isSameObject(const Value& other) const {
     if (isReal() && other.isReal()) return asReal() == other.asReal();
+    if (isText() && other.isText()) return asText() == other.asText();
     if (!bits::isObject(bits_) || !bits::isObject(other.bits_) || kind() != other.kind()) return false;
     switch (kind()) {
     case Kind::Ename: return asEname() == other.asEname();

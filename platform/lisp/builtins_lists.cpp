@@ -1,5 +1,6 @@
 // Building lists and taking them apart.
 #include "lisp/Builtins.h"
+#include "lisp/Characters.h"
 #include "lisp/Heap.h"
 #include "lisp/Machine.h"
 
@@ -178,10 +179,16 @@ Value sortIndices(Engine& e, Args args) {
     return sorted.finish();
 }
 
+// Alphabetically: the case of letters decides between texts that are equal without it.
 Value sortTexts(Engine&, Args args) { // acad_strlsort
     auto items = itemsOf(args.list(0));
-    for (const Value& item : items) textOf(item);
-    std::stable_sort(items.begin(), items.end(), isLess);
+    std::vector<std::pair<std::string, Value>> keyed;
+    for (Value& item : items) keyed.emplace_back(upperCase(textOf(item)), std::move(item));
+    std::stable_sort(keyed.begin(), keyed.end(), [](const auto& a, const auto& b) {
+        return a.first != b.first ? a.first < b.first : a.second.asText() < b.second.asText();
+    });
+    items.clear();
+    for (auto& [key, item] : keyed) items.push_back(std::move(item));
     ListBuilder sorted;
     for (Value& item : items) sorted.add(std::move(item));
     return sorted.finish();

@@ -279,7 +279,10 @@ Symbol* target(const Value& name) {
     return name.asSymbol();
 }
 
+NodePtr compileProgn(Compiler& c, const Value& form);
+
 NodePtr compileSetq(Compiler& c, const Value& form) {
+    if (form.cdr().isNil()) return compileProgn(c, form);
     if (listLength(form) % 2 == 0 || !form.cdr().isCons()) throw Error::tooFewArguments();
     if (NodePtr node = appendInPlace(c, form)) return node;
     std::vector<std::pair<Symbol*, Operand>> pairs;

@@ -133,8 +133,10 @@ Value getkword(Engine&, Args args) {
     return answerValue(askNow(Want::Keyword, promptOf(args, 0), heedsNull));
 }
 
+} // namespace
+
 // nil and ERRNO 7 when nothing is there, 52 for an empty answer.
-Value entsel(Engine&, Args args) {
+Value selectEntity(Engine&, Args args) {
     SystemVariables& variables = Host::current().variables();
     currentDatabase();
     Request request = promptOf(args, 0);
@@ -152,11 +154,13 @@ Value entsel(Engine&, Args args) {
     }
 }
 
+namespace {
+
 constexpr lisp::BuiltinRow rows[] = {
-    {"initget", 0, 2, initget},   {"getpoint", 0, 2, getpoint}, {"getcorner", 1, 2, getcorner},
-    {"getdist", 0, 2, getdist},   {"getangle", 0, 2, getangle}, {"getorient", 0, 2, getorient},
-    {"getreal", 0, 1, getreal},   {"getint", 0, 1, getint},     {"getstring", 0, 2, getstring},
-    {"getkword", 0, 1, getkword}, {"entsel", 0, 1, entsel},     {"nentsel", 0, 1, entsel},
+    {"initget", 0, 2, initget},   {"getpoint", 0, 2, getpoint},   {"getcorner", 1, 2, getcorner},
+    {"getdist", 0, 2, getdist},   {"getangle", 0, 2, getangle},   {"getorient", 0, 2, getorient},
+    {"getreal", 0, 1, getreal},   {"getint", 0, 1, getint},       {"getstring", 0, 2, getstring},
+    {"getkword", 0, 1, getkword}, {"entsel", 0, 1, selectEntity}, {"nentsel", 0, 1, selectEntity},
 };
 
 } // namespace

@@ -20,10 +20,10 @@ HeadlessUi& headless() {
     return *ui;
 }
 
-Value describe(const MessageWindow& window) {
+Value describe(const WindowRequest& window) {
     lisp::ListBuilder buttons;
     for (const std::string& button : window.buttons) buttons.add(Value::text(button));
-    return lisp::list(lisp::pair("kind", Value::text("message")),
+    return lisp::list(lisp::pair("kind", Value::text(window.kind)),
                       lisp::pair("caption", Value::text(window.caption)),
                       lisp::pair("text", Value::text(window.text)), lisp::pair("buttons", buttons.finish()));
 }
@@ -31,11 +31,12 @@ Value describe(const MessageWindow& window) {
 // An error in the function goes on behind the C++ code that showed the window, which sees the default button.
 Value next(Engine& engine, Args args) {
     const Value function = args[0];
-    headless().queue([&engine, function](const MessageWindow& window) -> std::string {
+    headless().queue([&engine, function](const WindowRequest& window) -> std::optional<std::string> {
         const Value arguments[] = {describe(window)};
         const lisp::Outcome outcome =
             engine.protectedApply(function, Args(arguments, 1), Engine::HoldBack::ErrorsToo);
-        return outcome && outcome.value.isText() ? std::string(outcome.value.asText()) : std::string();
+        if (!outcome || !outcome.value.isText()) return {};
+        return std::string(outcome.value.asText());
     });
     return {};
 }

@@ -6,12 +6,13 @@ namespace veldrin::scripting {
 
 void install(Host& host) {
     lisp::Engine& lisp = host.lisp();
-    for (const auto rows :
-         {entityFunctions(), selectionFunctions(), tableFunctions(), dictionaryFunctions(),
-          commandFunctions(), inputFunctions(), variableFunctions(), curveFunctions(), documentFunctions(),
-          graphicsFunctions(), recordFunctions(), editingFunctions(), windowFunctions(), moduleFunctions()})
+    for (const auto rows : {entityFunctions(), selectionFunctions(), tableFunctions(), dictionaryFunctions(),
+                            commandFunctions(), inputFunctions(), variableFunctions(), curveFunctions(),
+                            documentFunctions(), graphicsFunctions(), recordFunctions(), editingFunctions(),
+                            windowFunctions(), screenFunctions(), moduleFunctions()})
         lisp.define(rows);
     defineTableWalk(lisp);
+    defineDictionaryWalk(lisp);
     defineEntityMaking(lisp);
     lisp.set("PAUSE", lisp::Value::text("\\")); // as an argument of a command: the user's turn
 }

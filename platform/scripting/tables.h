@@ -20,10 +20,15 @@ std::span<const lisp::BuiltinRow> graphicsFunctions();
 std::span<const lisp::BuiltinRow> recordFunctions();
 std::span<const lisp::BuiltinRow> editingFunctions();
 std::span<const lisp::BuiltinRow> windowFunctions();
+std::span<const lisp::BuiltinRow> screenFunctions();
 std::span<const lisp::BuiltinRow> moduleFunctions();
 
-// Those that remember something from call to call: tblnext, entmake, entmakex.
+// What entsel, nentsel and nentselp share: (NAME POINT) of the entity that the user picks.
+lisp::Value selectEntity(lisp::Engine& lisp, lisp::Args args);
+
+// Those that remember something from call to call: tblnext, dictnext, entmake, entmakex.
 void defineTableWalk(lisp::Engine& lisp);
+void defineDictionaryWalk(lisp::Engine& lisp);
 void defineEntityMaking(lisp::Engine& lisp);
 
 } // namespace veldrin::scripting

@@ -23,23 +23,41 @@ private:
 
 } // namespace
 
-std::string HeadlessUi::showMessage(const MessageWindow& window) {
+std::optional<std::string> HeadlessUi::respond(const WindowRequest& request) {
+    if (m_queue.empty()) return {};
+    const Responder responder = std::move(m_queue.front());
+    m_queue.pop_front();
+    return responder(request);
+}
+
+// Windows are listed as they open; one that opens meanwhile comes behind.
+template<class AnswerOf>
+auto HeadlessUi::serve(const WindowRequest& request, AnswerOf answerOf) {
     const OpenWindow open(m_openWindows);
-    // Windows are listed as they open; one that opens meanwhile comes behind.
     const std::uint64_t serial = ++m_lastSerial;
-    m_log.push_back({serial, {"message", window.caption, window.text, {}}});
-    std::string answer;
-    if (!m_queue.empty()) {
-        const Responder responder = std::move(m_queue.front());
-        m_queue.pop_front();
-        answer = responder(window);
-    }
-    if (std::find(window.buttons.begin(), window.buttons.end(), answer) == window.buttons.end())
-        answer = window.defaultButton;
+    m_log.push_back({serial, {request.kind, request.caption, request.text, {}}});
+    auto [answer, logged] = answerOf(respond(request));
     const auto entry =
         std::find_if(m_log.begin(), m_log.end(), [&](const auto& line) { return line.first == serial; });
-    if (entry != m_log.end()) entry->second.answer = answer;
+    if (entry != m_log.end()) entry->second.answer = logged;
     return answer;
+}
+
+std::string HeadlessUi::showMessage(const MessageWindow& window) {
+    return serve({"message", window.caption, window.text, window.buttons},
+                 [&](const std::optional<std::string>& given) {
+                     const bool known = given && std::find(window.buttons.begin(), window.buttons.end(),
+                                                           *given) != window.buttons.end();
+                     const std::string answer = known ? *given : window.defaultButton;
+                     return std::pair(answer, answer);
+                 });
+}
+
+std::optional<std::string> HeadlessUi::showFile(const FileWindow& window) {
+    return serve({"file", window.caption, window.proposal, {}}, [](std::optional<std::string> given) {
+        std::string logged = given.value_or("");
+        return std::pair(std::move(given), std::move(logged));
+    });
 }
 
 void HeadlessUi::queue(Responder responder) {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -20,12 +21,22 @@ struct MessageWindow {
     std::string cancelButton; // what the close box answers; empty: the default
 };
 
+// A window in which the user names a file.
+struct FileWindow {
+    std::string caption;
+    std::string proposal;  // name or folder shown at first
+    std::string extension; // "vqd"; several with semicolons between; empty for any
+    bool isSaving = false; // else the file must be there
+};
+
 // Shows modal windows. The headless one is served from a queue by scripts, the other one shows them.
 class VELDRIN_API UiBackend {
 public:
     virtual ~UiBackend();
     // The text of the button that ended it.
     virtual std::string showMessage(const MessageWindow& window) = 0;
+    // A path; none when it was cancelled.
+    virtual std::optional<std::string> showFile(const FileWindow& window) = 0;
     // Number of modal windows that are open.
     virtual int openWindows() const = 0;
 };
@@ -38,13 +49,23 @@ struct WindowLogEntry {
     std::string answer;
 };
 
+// A window as its responder sees it.
+struct WindowRequest {
+    std::string kind; // as in the log
+    std::string caption;
+    std::string text;
+    std::vector<std::string> buttons;
+};
+
 // Windows without a display. Each is answered by the responder that was queued first, or by its default when
 // the queue is empty; each leaves an entry in the log.
 class VELDRIN_API HeadlessUi : public UiBackend {
 public:
-    using Responder = std::function<std::string(const MessageWindow&)>; // "" for the default button
+    // The button of a message or the path of a file; none for the default button, or to cancel.
+    using Responder = std::function<std::optional<std::string>(const WindowRequest&)>;
 
     std::string showMessage(const MessageWindow& window) override;
+    std::optional<std::string> showFile(const FileWindow& window) override;
     int openWindows() const override { return m_openWindows; }
 
     void queue(Responder responder);
@@ -52,6 +73,11 @@ public:
     std::vector<WindowLogEntry> takeLog();
 
 private:
+    // Asks the next responder, between the two entries that `answerOf` makes in the log.
+    std::optional<std::string> respond(const WindowRequest& request);
+    template<class AnswerOf>
+    auto serve(const WindowRequest& request, AnswerOf answerOf);
+
     std::deque<Responder> m_queue;
     std::vector<std::pair<std::uint64_t, WindowLogEntry>> m_log;
     std::uint64_t m_lastSerial = 0;

@@ -86,7 +86,7 @@ TEST_F(ModuleLife, AnEngineThatSomebodyElseStartedIsLeftRunning) {
 TEST_F(ModuleLife, WithoutAnEngineItOffersADownloadAndRefuses) {
     auto& ui = dynamic_cast<veldrin::HeadlessUi&>(host->ui());
     host->modules().setDaoStarter([] { throw CException("no drivers"); });
-    ui.queue([](const veldrin::MessageWindow&) { return std::string("No"); });
+    ui.queue([](const veldrin::WindowRequest&) { return std::string("No"); });
     EXPECT_EQ(load(), AcRx::kRetError);
     const auto log = ui.takeLog();
     ASSERT_EQ(log.size(), 1U);

@@ -6,7 +6,7 @@
 #include <stdexcept>
 
 using veldrin::HeadlessUi;
-using veldrin::MessageWindow;
+using veldrin::WindowRequest;
 
 namespace {
 
@@ -23,11 +23,11 @@ protected:
 };
 
 TEST_F(WindowsTest, messagesTakeTheQueuedAnswerOrTheirDefault) {
-    ui().queue([](const MessageWindow& window) {
+    ui().queue([](const WindowRequest& window) {
         EXPECT_EQ(window.buttons, (std::vector<std::string>{"Yes", "No", "Cancel"}));
         return "No";
     });
-    ui().queue([](const MessageWindow&) { return "Perhaps"; });
+    ui().queue([](const WindowRequest&) { return "Perhaps"; });
     EXPECT_EQ(MessageBox("Save?", "Veldrin", MB_YESNOCANCEL | MB_ICONQUESTION), IDNO);
     EXPECT_EQ(MessageBox("Go on?", "Veldrin", MB_OKCANCEL), IDOK); // no such button
     EXPECT_EQ(MessageBox("Again?", "Veldrin", MB_YESNO), IDYES);
@@ -39,12 +39,12 @@ TEST_F(WindowsTest, messagesTakeTheQueuedAnswerOrTheirDefault) {
 }
 
 TEST_F(WindowsTest, aWindowThatOpensMeanwhileTakesTheNextResponder) {
-    ui().queue([&](const MessageWindow&) {
+    ui().queue([&](const WindowRequest&) {
         EXPECT_EQ(ui().openWindows(), 1);
         EXPECT_EQ(MessageBox("inner", "", MB_YESNO), IDNO);
         return "Cancel";
     });
-    ui().queue([&](const MessageWindow&) {
+    ui().queue([&](const WindowRequest&) {
         EXPECT_EQ(ui().openWindows(), 2);
         return "No";
     });
@@ -54,7 +54,7 @@ TEST_F(WindowsTest, aWindowThatOpensMeanwhileTakesTheNextResponder) {
 
 TEST_F(WindowsTest, anOpenWindowKeepsDocumentsInPlaceEvenWhenItsResponderFails) {
     auto* document = documents().newDocument();
-    ui().queue([&](const MessageWindow&) -> std::string {
+    ui().queue([&](const WindowRequest&) -> std::optional<std::string> {
         EXPECT_FALSE(document->isQuiescent());
         EXPECT_EQ(documents().newDocument(), nullptr);
         EXPECT_FALSE(documents().closeDocument(document));
