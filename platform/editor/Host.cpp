@@ -62,6 +62,24 @@ std::shared_ptr<AcGiDrawable> recordedPicture(AcDbEntity& entity) {
     return std::make_shared<RecordedPicture>(std::move(list));
 }
 
+// Limits of Lisp, where the user has set others: calls inside one another, and megabytes of the stack that
+// they take up and of all values. A number that would leave no room to work in counts as not set.
+lisp::Limits lispLimits(const UserSettings& settings) {
+    constexpr const char* kKey = R"(Software\Veldrin Software\Lisp)";
+    const auto number = [&](const char* name, std::int32_t least) -> std::optional<std::size_t> {
+        const auto value = settings.read(kKey, name);
+        const auto* given = value ? std::get_if<std::int32_t>(&*value) : nullptr;
+        if (!given || *given < least) return {};
+        return static_cast<std::size_t>(*given);
+    };
+    constexpr std::size_t kMegabyte = 1U << 20;
+    lisp::Limits limits;
+    if (const auto calls = number("CallDepth", 100)) limits.callDepth = static_cast<int>(*calls);
+    if (const auto megabytes = number("StackMegabytes", 8)) limits.stackBytes = *megabytes * kMegabyte;
+    if (const auto megabytes = number("HeapMegabytes", 16)) limits.heapBytes = *megabytes * kMegabyte;
+    return limits;
+}
+
 } // namespace
 
 // In the order in which they come, and in reverse go: what stands lower knows nothing of what stands above.
@@ -85,6 +103,7 @@ Host::Host() {
     theHost = this;
     m_parts = std::make_unique<Parts>();
     m_parts->engine.setServices(&m_parts->services);
+    m_parts->engine.setLimits(lispLimits(m_parts->settings));
     ModuleLoader::Hooks hooks;
     hooks.print = [this](const std::string& line) {
         commandLine().freshLine();

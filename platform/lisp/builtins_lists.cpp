@@ -120,19 +120,36 @@ Plain plainOrder(Engine& e, const Value& function, const std::vector<Value>& ite
     return means("<") ? Plain::Up : means(">") ? Plain::Down : Plain::No;
 }
 
-bool isLess(const Value& a, const Value& b) {
-    if (a.isInteger() && b.isInteger()) return a.asInteger() < b.asInteger();
-    return a.isText() ? a.asText() < b.asText() : a.asNumber() < b.asNumber();
+// Indices in sorted order by keys that compare without calls; equal ones stay in their order.
+template<class Key, class KeyOf>
+std::vector<std::size_t> sortedByKey(const std::vector<Value>& items, Plain plain, KeyOf keyOf) {
+    std::vector<std::pair<Key, std::size_t>> keyed;
+    keyed.reserve(items.size());
+    for (std::size_t i = 0; i < items.size(); ++i) keyed.emplace_back(keyOf(items[i]), i);
+    if (plain == Plain::Up)
+        std::ranges::sort(keyed, [](const auto& a, const auto& b) {
+            return a.first != b.first ? a.first < b.first : a.second < b.second;
+        });
+    else
+        std::ranges::sort(keyed, [](const auto& a, const auto& b) {
+            return a.first != b.first ? b.first < a.first : a.second < b.second;
+        });
+    std::vector<std::size_t> order;
+    order.reserve(keyed.size());
+    for (const auto& [key, index] : keyed) order.push_back(index);
+    return order;
 }
 
 // Indices in sorted order. Merging, since a user's function need not be an order at all.
 std::vector<std::size_t> sortedIndices(Engine& e, const std::vector<Value>& items, const Value& function) {
+    if (const Plain plain = plainOrder(e, function, items); plain != Plain::No) {
+        if (items.front().isText())
+            return sortedByKey<std::string_view>(items, plain, [](const Value& v) { return v.asText(); });
+        return sortedByKey<double>(items, plain, [](const Value& v) { return v.asNumber(); });
+    }
     std::vector<std::size_t> order(items.size()), merged(items.size());
     for (std::size_t i = 0; i < order.size(); ++i) order[i] = i;
-    const Plain plain = plainOrder(e, function, items);
     const auto before = [&](std::size_t a, std::size_t b) {
-        if (plain == Plain::Up) return isLess(items[a], items[b]);
-        if (plain == Plain::Down) return isLess(items[b], items[a]);
         const Value pair[] = {items[a], items[b]};
         return !e.apply(function, Args(pair, 2)).isNil();
     };

@@ -93,4 +93,34 @@ TEST_F(Robustness, everyFormSurvivesEveryShape) {
     EXPECT_EQ(give("(+ 1 2)"), "3");
 }
 
+// The same form over and over: what it made is gone, compiled code and caches included.
+TEST_F(Robustness, evaluationsLeaveNothingBehind) {
+    struct Case {
+        const char* form;
+        int count;
+    };
+    const Case cases[] = {
+        {"(setq a (cons 1 a) a (cdr a))", 1000000},
+        {"(mapcar '(lambda (x) (strcat \"n\" (itoa x))) '(1 2 3))", 100000},
+        {"(eval (list '+ 1 (list 'car ''(2))))", 100000},
+        {"(read \"(1 (2 . \\\"text\\\") sym)\")", 100000},
+        {"(vl-catch-all-apply 'car '(5))", 20000},
+        {"(progn (defun made (x / y) (setq y x)) (made 1))", 50000},
+        {"(apply '(lambda (x) x) (list 1))", 100000},
+        {"(vl-sort '(3 1 2) '(lambda (x y) (< x y)))", 50000},
+    };
+    for (const Case& c : cases) {
+        const std::string once = std::string("(progn ") + c.form + " nil)";
+        for (int i = 0; i < 3; ++i) give(once); // names and caches are made
+        give("(repeat 1000 " + once + ")");
+        const std::size_t cells = Heap::instance().liveCells();
+        const std::size_t bytes = Heap::instance().liveBytes();
+        give("(repeat " + std::to_string(c.count) + " " + once + ")");
+        // The form was read anew, so that what is kept of the last function lists may be its own now.
+        constexpr std::size_t kOfOneForm = 100;
+        EXPECT_LT(Heap::instance().liveCells(), cells + kOfOneForm) << c.form;
+        EXPECT_LT(Heap::instance().liveBytes(), bytes + kOfOneForm * 32) << c.form;
+    }
+}
+
 } // namespace veldrin::lisp

@@ -70,6 +70,14 @@ TEST_F(InputTest, initgetRulesTheNextQuestionAlone) {
     });
 }
 
+TEST_F(InputTest, keysComeOneByOneFromTypedLines) {
+    check({
+        {{"ab"}, "(list (grread) (grread T 15) (grread))", "((2 97) (2 98) (2 13))"},
+        {{""}, "(grread)", "(2 13)"},
+    });
+    EXPECT_EQ(answer({}, "(grread)"), "error: Function cancelled");
+}
+
 TEST_F(InputTest, endOfInputIsACancelThatHandlersSee) {
     EXPECT_EQ(answer({}, "(vl-catch-all-error-message (vl-catch-all-apply 'getpoint nil))"),
               "\"Function cancelled\"");

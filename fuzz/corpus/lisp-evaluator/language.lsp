@@ -1,0 +1,5 @@
+(defun f (n / m) (if (< n 2) n (+ (f (- n 1)) (f (- n 2)))))
+(setq l (mapcar '(lambda (x) (* x x)) '(1 2 3)) s (strcat "a" (itoa (f 5)) (rtos 2.5 2 3)))
+(foreach x l (while (> x 0) (setq x (1- x)))) (repeat 3 (setq l (cons s l)))
+(vl-catch-all-apply '/ '(1 0)) (cond ((assoc 1 '((1 . 2)))) (T (quit)))
+(vl-sort '(3 1 2) '<) (subst 1 2 '(1 2)) (wcmatch "abc" "[a-c]*,~x") (read "(1 2") (apply 'max '(1 2.0))
