@@ -41,6 +41,10 @@ int setPtrapLine2Breaks();
 int intersectPtrapLine();
 int intersectPtrapArc();
 int intersectPtrapPtrap();
+// arrow/handlers_arrow.cpp
+int insertPipeArrow();
+int setPipeArrowInfo();
+int getHangerList();
 } // namespace handlers
 
 } // namespace plumb

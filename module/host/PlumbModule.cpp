@@ -1,5 +1,6 @@
 #include "host/PlumbModule.h"
 
+#include "arrow/PlumbPipeArrow.h"
 #include "database/CDBConnection.h"
 #include "editor/aced.h"
 #include "host/DatabaseEngine.h"
@@ -24,6 +25,7 @@ AcRx::AppRetCode loadModule(void* package) {
         state.theContext = std::make_unique<vqPlumbContext>();
         state.theContext->ConnectProject(false); // a drawing without a project is as good
         PlumbPipe::rxInit();
+        PlumbPipeArrow::rxInit();
         acrxBuildClassHierarchy();
     } catch (...) {
         // A module that does not load leaves nothing behind in the host.
@@ -44,6 +46,7 @@ AcRx::AppRetCode unloadModule() {
     ModuleState& state = moduleState();
     state.theContext.reset();
     PlumbPipe::unregister();
+    PlumbPipeArrow::unregister();
     stopDatabaseEngine(state.bOwnDaoState);
     return AcRx::kRetOK;
 }

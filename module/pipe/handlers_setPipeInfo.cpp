@@ -6,18 +6,9 @@
 #include "pipe/OpenPipe.h"
 #include "util/DrawingHelpers.h"
 
-#include <string_view>
-
 namespace plumb {
 
 namespace {
-
-// A key and what reads its value into the pipe. A value that cannot be read leaves the field as it was, where
-// the setter does not say otherwise.
-struct PipeKey {
-    std::string_view name;
-    void (*set)(PlumbPipe& pipe, const resbuf*& cursor);
-};
 
 bool readValue(const resbuf*& cursor, double& value) {
     return argReal(cursor, value);
@@ -146,7 +137,7 @@ void setTextLayer(PlumbPipe& pipe, const resbuf*& cursor) {
     pipe.edit().textLayerId = argText(cursor, name) ? findLayer(name) : AcDbObjectId();
 }
 
-constexpr PipeKey kKeys[] = {
+constexpr EntityKey<PlumbPipe> kKeys[] = {
     {"P1", setPoint<&PlumbPipe::setStart>},
     {"P2", setPoint<&PlumbPipe::setEnd>},
     {"ixPipe", setIxPipe},
@@ -184,25 +175,11 @@ constexpr PipeKey kKeys[] = {
     {"TEXTLAYER", setTextLayer},
 };
 
-const PipeKey* findKey(std::string_view name) {
-    for (const PipeKey& key : kKeys)
-        if (key.name == name) return &key;
-    return nullptr;
-}
-
 } // namespace
 
-// Lists of a key and its value. Whatever is no such list is walked over item by item, so an unknown key or a
-// value of the wrong type costs nothing, and a list inside of a bad value starts a fresh key.
 int handlers::setPipeInfo() {
     return withPipe(AcDb::kForWrite, [](PlumbPipe& pipe, const resbuf*& cursor) {
-        while (cursor) {
-            CString name;
-            if (!argListBegin(cursor))
-                argSkip(cursor);
-            else if (argText(cursor, name))
-                if (const PipeKey* key = findKey(name)) key->set(pipe, cursor);
-        }
+        setByKeys<PlumbPipe>(pipe, cursor, kKeys);
         acedRetT();
         return kDone;
     });
