@@ -64,7 +64,9 @@ def look_up_all(pairs, rounds):
 
 
 class Line:
-    """What a script would hold in the place of a drawing's line."""
+    """A drawing's line: it gives and takes groups, and keeps what it was for undo, as the host does."""
+
+    undo = []
 
     def __init__(self, y):
         self.layer, self.start, self.end = "0", (0.0, y, 0.0), (10.0, y, 0.0)
@@ -74,6 +76,7 @@ class Line:
                 (10, *self.start), (11, *self.end), (210, 0.0, 0.0, 1.0)]
 
     def modify(self, data):
+        Line.undo.append((self, self.layer, self.start, self.end))
         for code, *value in data:
             if code == 8:
                 self.layer = value[0]

@@ -1,10 +1,12 @@
 #include "runtime/resbuf.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdarg>
 #include <cstdlib>
 #include <iterator>
 #include <new>
+#include <utility>
 
 namespace {
 
@@ -26,6 +28,37 @@ constexpr CodeRange kRanges[] = {
     {999, 1009, RTSTR},   {1010, 1019, RT3DPOINT}, {1020, 1059, RTREAL}, {1060, 1070, RTSHORT},
     {1071, 1071, RTLONG},
 };
+constexpr int kFirstCode = std::begin(kRanges)->first;
+constexpr int kLastCode = std::prev(std::end(kRanges))->last;
+
+// Items that were freed wait for the next chain: chains come and go with every call between Lisp and C++, a
+// dozen items at a time. What waits goes with its thread.
+class ItemPool {
+public:
+    ~ItemPool() {
+        while (m_first) delete std::exchange(m_first, m_first->rbnext);
+    }
+    resbuf* take() {
+        if (!m_first) return new resbuf;
+        --m_count;
+        return std::exchange(m_first, m_first->rbnext);
+    }
+    void give(resbuf* item) {
+        if (m_count == kMost) {
+            delete item;
+            return;
+        }
+        ++m_count;
+        item->rbnext = std::exchange(m_first, item);
+    }
+
+private:
+    static constexpr int kMost = 256;
+    resbuf* m_first = nullptr;
+    int m_count = 0;
+};
+
+thread_local ItemPool itemPool;
 
 // What a type's value is stored as; the type itself for what is no group code.
 short storageKind(int type) {
@@ -73,7 +106,7 @@ bool takeValue(resbuf& item, int type, std::va_list& arguments) {
 } // namespace
 
 resbuf* acutNewRb(int type) {
-    auto* item = new resbuf;
+    resbuf* const item = itemPool.take();
     std::memset(item, 0, sizeof *item);
     item->restype = static_cast<short>(type);
     return item;
@@ -83,7 +116,7 @@ int acutRelRb(resbuf* head) {
     while (head) {
         resbuf* const next = head->rbnext;
         if (storageKind(head->restype) == RTSTR) acdbFree(head->resval.rstring);
-        delete head;
+        itemPool.give(head);
         head = next;
     }
     return RTNORM;
@@ -123,7 +156,14 @@ void acdbFree(void* memory) {
 }
 
 short acutGroupCodeKind(int groupCode) {
-    const auto* range = std::lower_bound(std::begin(kRanges), std::end(kRanges), groupCode,
-                                         [](const CodeRange& r, int code) { return r.last < code; });
-    return range != std::end(kRanges) && range->first <= groupCode ? range->kind : short{RTNONE};
+    static constexpr auto kKinds = [] {
+        std::array<short, kLastCode - kFirstCode + 1> kinds{};
+        kinds.fill(RTNONE);
+        for (const CodeRange& range : kRanges)
+            for (int code = range.first; code <= range.last; ++code)
+                kinds[static_cast<std::size_t>(code - kFirstCode)] = range.kind;
+        return kinds;
+    }();
+    if (groupCode < kFirstCode || groupCode > kLastCode) return RTNONE;
+    return kKinds[static_cast<std::size_t>(groupCode - kFirstCode)];
 }
