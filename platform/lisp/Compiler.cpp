@@ -4,7 +4,8 @@ namespace veldrin::lisp {
 
 namespace {
 
-constexpr int deepestNesting = 4000; // of parentheses in code
+constexpr int deepestNesting = 4000;   // of parentheses in code
+constexpr int mostNodes = 1'000'000; // of one form: a list that holds others many times over may have endless
 
 class OperandNode : public Node { // an atom that stands where a node is asked for
 public:
@@ -189,15 +190,22 @@ std::vector<Operand> Compiler::operands(const Value& forms) {
     return result;
 }
 
+void Compiler::countNode() {
+    machine.poll();
+    if (++nodes_ >= mostNodes) throw Error("hard error occurred ***<code too large>");
+}
+
 NodePtr Compiler::node(const Value& form) {
     if (!form.isCons()) return std::make_unique<OperandNode>(operand(form));
     machine.checkStack();
+    countNode();
     if (depth_ >= deepestNesting) throw Error("hard error occurred ***<code nested too deeply>");
     ++depth_;
     NodePtr result;
     try {
         result = call(form);
     } catch (Error& error) {
+        if (nodes_ >= mostNodes || error.reason == Error::Reason::Break) throw;
         const Value& head = form.car();
         result =
             std::make_unique<FailingNode>(error, head.isSymbol() ? head.asSymbol()->name : "", lineOf(form));

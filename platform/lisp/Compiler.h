@@ -22,7 +22,10 @@ public:
 
 private:
     NodePtr call(const Value& form);
+    void countNode();
+
     int depth_ = 0;
+    int nodes_ = 0;
 };
 
 inline int lineOf(const Value& form) {

@@ -187,6 +187,16 @@ Value Engine::loadFile(const std::string& path) {
 
 // ---- While it runs
 
+void Engine::requestBreak() {
+    auto none = Interrupt::None;
+    interrupt_.compare_exchange_strong(none, Interrupt::Break, std::memory_order_relaxed);
+}
+
+void Engine::clearBreak() {
+    auto asked = Interrupt::Break;
+    interrupt_.compare_exchange_strong(asked, Interrupt::None, std::memory_order_relaxed);
+}
+
 void Engine::checkBreak() {
     machine_->poll();
 }

@@ -128,8 +128,11 @@ public:
     Value loadFile(const std::string& path);
 
     // ---- While it runs
-    void requestBreak() { breakRequested_.store(true, std::memory_order_relaxed); } // from any thread
-    void clearBreak() { breakRequested_.store(false, std::memory_order_relaxed); }
+    // Both from any thread. A break is an error that a script may catch; an end is a `quit` with status 1 that
+    // holds until the run from the outside is over, so that no handler or loop can go on behind it.
+    void requestBreak();
+    void requestEnd() { interrupt_.store(Interrupt::End, std::memory_order_relaxed); }
+    void clearBreak();
     void checkBreak(); // for loops of long built-ins; throws
     int callDepth() const;
     bool isRunning() const;
@@ -142,10 +145,12 @@ public:
 
 private:
     friend class Machine;
+    enum class Interrupt : std::uint8_t { None, Break, End };
+
     Limits limits_;
     std::unique_ptr<Services> defaultServices_;
     Services* services_;
-    std::atomic<bool> breakRequested_{false};
+    std::atomic<Interrupt> interrupt_{Interrupt::None};
     std::unique_ptr<Machine> machine_;
 };
 

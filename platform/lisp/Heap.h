@@ -32,6 +32,8 @@ public:
 
     // Allocating more than this throws an Error.
     void setLimit(std::size_t bytes) { limit_ = bytes; }
+    // Throws when there would be no room for a text of that size, which is still being made.
+    void checkText(std::size_t size) const;
 
 private:
     struct FreeCell {
@@ -39,7 +41,6 @@ private:
     };
     static constexpr std::size_t objectBytes = 96; // about what one takes
     void addSlab();
-    void checkText(std::size_t size) const;
 
     FreeCell* free_ = nullptr;
     std::size_t liveConses_ = 0, liveTexts_ = 0, liveObjects_ = 0;

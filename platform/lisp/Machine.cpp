@@ -97,7 +97,7 @@ void Machine::enterSlow() {
 Bits Machine::enter(FunctionCell& function, std::size_t count, int line) {
     if (frames_.size() >= depthLimit_ ||
         reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0)) < stackEnd_ ||
-        engine.breakRequested_.load(std::memory_order_relaxed)) [[unlikely]]
+        isInterrupted()) [[unlikely]]
         enterSlow();
     const std::size_t base = bindingCount() - count;
     frames_.push_back({&function, line});
@@ -235,7 +235,8 @@ void Machine::assign(Symbol& symbol, Value value) {
 
 // ---- Safety
 
-void Machine::breakNow() {
+void Machine::interruptNow() {
+    if (engine.interrupt_.load(std::memory_order_relaxed) == Engine::Interrupt::End) throw Quit(1);
     engine.clearBreak();
     throw Error::breakRequested();
 }

@@ -77,13 +77,16 @@ public:
     void unwind(const Mark& mark);
 
     // ---- Safety
+    bool isInterrupted() const {
+        return engine.interrupt_.load(std::memory_order_relaxed) != Engine::Interrupt::None;
+    }
     void poll() {
-        if (engine.breakRequested_.load(std::memory_order_relaxed)) breakNow();
+        if (isInterrupted()) interruptNow();
     }
     void checkStack() const {
         if (reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0)) < stackEnd_) stackOverflow();
     }
-    [[noreturn]] void breakNow();
+    [[noreturn]] void interruptNow();
     [[noreturn]] static void stackOverflow();
 
     // ---- Errors

@@ -18,6 +18,8 @@ struct ObjectCell : Cell {
     ObjectCell(const ObjectCell&) = delete;
     ObjectCell& operator=(const ObjectCell&) = delete;
     ~ObjectCell() { Heap::instance().discountObject(); }
+
+    ObjectCell* nextDead = nullptr; // while it waits for its end
 };
 
 class Compiler;

@@ -1,6 +1,7 @@
 #include "lisp/Printer.h"
 
 #include "lisp/Characters.h"
+#include "lisp/Heap.h"
 #include "lisp/Objects.h"
 
 #include <fmt/format.h>
@@ -69,13 +70,19 @@ void appendAtom(std::string& out, const Value& value, bool isQuoted) {
         out += value.asText();
 }
 
-// Without recursion: lists may be nested deeper than any stack.
+// Without recursion: lists may be nested deeper than any stack. A list that holds another one twice, which
+// does so too, and so on, fits into no memory when it is written out.
 void append(std::string& out, const Value& value, bool isQuoted, std::size_t longest) {
     if (!value.isCons()) return appendAtom(out, value, isQuoted);
     std::vector<const Value*> rests{&value}; // what is still to print of each open list
     out += '(';
     bool isFirst = true;
+    std::size_t nextCheck = std::size_t{1} << 20;
     while (!rests.empty() && out.size() < longest) {
+        if (out.size() > nextCheck) {
+            nextCheck *= 2;
+            Heap::instance().checkText(nextCheck);
+        }
         const Value& rest = *rests.back();
         if (!rest.isCons()) {
             if (!rest.isNil()) {

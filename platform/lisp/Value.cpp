@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
 #include <tuple>
 #include <vector>
 
@@ -14,8 +15,7 @@ Payload::~Payload() = default;
 
 namespace {
 
-void destroyObject(Bits b) noexcept {
-    auto* cell = bits::toPointer<Cell>(b);
+void deleteObject(ObjectCell* cell) noexcept {
     switch (static_cast<Kind>(cell->info)) {
     case Kind::Builtin: delete static_cast<BuiltinCell*>(cell); break;
     case Kind::Function: delete static_cast<FunctionCell*>(cell); break;
@@ -24,6 +24,21 @@ void destroyObject(Bits b) noexcept {
     case Kind::CatchError: delete static_cast<CatchErrorObject*>(cell); break;
     default: delete static_cast<PayloadObject*>(cell); break;
     }
+}
+
+// An object that dies while another one is being deleted waits: functions hold functions to any depth.
+void destroyObject(Bits b) noexcept {
+    static ObjectCell* dead = nullptr;
+    static bool isDeleting = false;
+    auto* cell = static_cast<ObjectCell*>(bits::toPointer<Cell>(b));
+    cell->nextDead = std::exchange(dead, cell);
+    if (isDeleting) return;
+    isDeleting = true;
+    while (dead) {
+        ObjectCell* next = std::exchange(dead, dead->nextDead);
+        deleteObject(next);
+    }
+    isDeleting = false;
 }
 
 // Gives up one reference; whether it was the last one.
@@ -164,17 +179,22 @@ bool isEqualAtom(const Value& a, const Value& b, double fuzz) {
 
 } // namespace
 
+// Two lists that hold a list twice, which does so too, and so on, have few cells and endless paths through
+// them: after many comparisons each pair of cells is looked at once.
 bool isEqual(const Value& a, const Value& b, double fuzz) {
     if (!a.isCons() || !b.isCons()) return isEqualAtom(a, b, fuzz);
+    constexpr std::size_t manyPairs = 200'000;
+    std::size_t pairs = 0;
+    std::set<std::pair<Bits, Bits>> seen;
     std::vector<std::pair<const Value*, const Value*>> open; // heads still to compare, for nested lists
     const Value* left = &a;
     const Value* right = &b;
     for (;;) {
         while (left->isCons() && right->isCons() && left->raw() != right->raw()) {
             const Value &x = left->car(), &y = right->car();
-            if (x.isCons() && y.isCons())
-                open.emplace_back(&x, &y);
-            else if (!isEqualAtom(x, y, fuzz))
+            if (x.isCons() && y.isCons()) {
+                if (++pairs < manyPairs || seen.emplace(x.raw(), y.raw()).second) open.emplace_back(&x, &y);
+            } else if (!isEqualAtom(x, y, fuzz))
                 return false;
             left = &left->cdr();
             right = &right->cdr();

@@ -62,6 +62,8 @@ void Machine::onLargeStack(const std::function<void()>& work) {
     stack_->run(work);
     isRunning_ = false;
     stackEnd_ = outerEnd;
+    auto end = Engine::Interrupt::End;
+    engine.interrupt_.compare_exchange_strong(end, Engine::Interrupt::None);
 }
 
 // Runs `work` and catches everything; bindings stay as they were at the failure.

@@ -9,6 +9,7 @@ namespace veldrin::lisp {
 namespace {
 
 constexpr int deepestNesting = 1000;
+constexpr std::size_t mostItems = std::size_t{1} << 23; // also of a list that holds others many times over
 
 // ---- Towards C++
 
@@ -31,6 +32,7 @@ private:
     Engine& engine_;
     ResbufBuilder chain_;
     int depth_ = 0;
+    std::size_t items_ = 0;
 };
 
 void ChainWriter::addInteger(std::int32_t n) {
@@ -54,6 +56,8 @@ void ChainWriter::addList(const Value& list) {
 }
 
 void ChainWriter::add(const Value& value) {
+    if (++items_ > mostItems) throw Error("list too long for a C++ function");
+    engine_.checkBreak();
     switch (value.kind()) {
     case Kind::Nil: chain_.add(RTNIL); break;
     case Kind::Integer: addInteger(value.asInteger()); break;
