@@ -165,7 +165,7 @@ void AcDb2dPolyline::subList() const {
 
 Acad::ErrorStatus AcDb2dPolyline::subTransformBy(const AcGeMatrix3d& matrix) {
     if (matrix.isSingular()) return Acad::eInvalidInput;
-    if (!matrix.isUniformScale() && (hasArcs() || m_type == AcDb::k2dFitCurvePoly))
+    if (matrix.scaleInPlane(m_normal) == 0.0 && (hasArcs() || m_type == AcDb::k2dFitCurvePoly))
         return Acad::eCannotScaleNonUniformly;
     m_path.reset();
     const AcGeVector3d x = m_normal.perpVector();

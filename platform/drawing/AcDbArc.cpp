@@ -3,23 +3,18 @@
 #include "drawing/AcDbDwgFiler.h"
 #include "drawing/dxf_groups.h"
 #include "drawing/list_lines.h"
+#include "geometry/angles.h"
 #include "runtime/AcRxMacros.h"
 
 #include <numbers>
 
 using veldrin::CurvePath;
 using veldrin::CurvePiece;
+using veldrin::withinTurn;
 
 namespace {
 
 constexpr double kFullTurn = 2.0 * std::numbers::pi;
-constexpr double kDegree = std::numbers::pi / 180.0;
-
-double withinTurn(double angle) {
-    double a = std::fmod(angle, kFullTurn);
-    if (a < 0.0) a += kFullTurn;
-    return a >= kFullTurn ? 0.0 : a;
-}
 
 } // namespace
 
@@ -136,7 +131,7 @@ Acad::ErrorStatus AcDbArc::dwgInFields(AcDbDwgFiler* filer) {
 Acad::ErrorStatus AcDbArc::dxfOutFields(AcDbDxfFiler* filer) const {
     const Acad::ErrorStatus status = AcDbCurve::dxfOutFields(filer);
     if (status != Acad::eOk) return status;
-    const double unit = filer->isEntityList() ? 1.0 : kDegree;
+    const double unit = veldrin::angleUnit(*filer);
     filer->writeItem(AcDb::kDxfSubclass, "AcDbCircle");
     filer->writePoint3d(10, veldrin::worldToPlane(m_center, m_normal));
     filer->writeDouble(40, m_radius);
@@ -150,7 +145,7 @@ Acad::ErrorStatus AcDbArc::dxfOutFields(AcDbDxfFiler* filer) const {
 Acad::ErrorStatus AcDbArc::dxfInFields(AcDbDxfFiler* filer) {
     Acad::ErrorStatus status = AcDbCurve::dxfInFields(filer);
     if (status != Acad::eOk) return status;
-    const double unit = filer->isEntityList() ? 1.0 : kDegree;
+    const double unit = veldrin::angleUnit(*filer);
     AcGePoint3d center = veldrin::worldToPlane(m_center, m_normal);
     status = dxfInGroups(filer, [&](const AcDbDxfItem& item) {
         switch (item.code) {
@@ -185,7 +180,8 @@ void AcDbArc::subList() const {
 
 Acad::ErrorStatus AcDbArc::subTransformBy(const AcGeMatrix3d& matrix) {
     if (matrix.isSingular()) return Acad::eInvalidInput;
-    if (!matrix.isUniformScale()) return Acad::eCannotScaleNonUniformly;
+    const double scale = matrix.scaleInPlane(m_normal);
+    if (scale == 0.0) return Acad::eCannotScaleNonUniformly;
     const AcGeVector3d x = m_normal.perpVector();
     const AcGeVector3d y = m_normal.crossProduct(x);
     // A mirrored arc runs from what was its end.
@@ -194,7 +190,7 @@ Acad::ErrorStatus AcDbArc::subTransformBy(const AcGeMatrix3d& matrix) {
     AcGeVector3d toStart = x * std::cos(first) + y * std::sin(first);
     toStart.transformBy(matrix).normalize();
     m_center.transformBy(matrix);
-    m_radius *= matrix.axisScales().x;
+    m_radius *= scale;
     m_normal.transformBy(matrix).normalize();
     const AcGeVector3d newX = m_normal.perpVector();
     const double angle =

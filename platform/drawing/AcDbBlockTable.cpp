@@ -1,5 +1,7 @@
 #include "drawing/AcDbBlockTable.h"
 
+#include "drawing/AcDbAttribute.h"
+#include "drawing/AcDbBlockBegin.h"
 #include "drawing/AcDbDatabase.h"
 #include "drawing/AcDbDwgFiler.h"
 #include "drawing/AcDbDxfFiler.h"
@@ -17,9 +19,20 @@ ACRX_DEFINE_MEMBERS(AcDbBlockTable, AcDbSymbolTable, "");
 namespace {
 
 constexpr int kAnonymous = 1;
+constexpr int kWithAttributes = 2;
 
 bool wasErased(AcDbObjectId id) {
     return id.isErased();
+}
+
+// Adds a mark that belongs to a block, and closes it.
+AcDbObjectId place(std::unique_ptr<AcDbEntity> mark, const AcDbBlockTableRecord& block) {
+    AcDbDatabase& database = *block.database();
+    mark->setLayer(database.layerZero());
+    if (AcDbObjectAccess::add(database, mark.get(), block.objectId()) != Acad::eOk) return {};
+    AcDbEntity* const added = mark.release();
+    added->close();
+    return added->objectId();
 }
 
 } // namespace
@@ -40,6 +53,37 @@ bool AcDbBlockTableRecord::isLayout() const {
 
 bool AcDbBlockTableRecord::isAnonymous() const {
     return m_name.starts_with('*') && !isLayout();
+}
+
+bool AcDbBlockTableRecord::hasAttributeDefinitions() const {
+    return std::ranges::any_of(m_entities, [](AcDbObjectId id) {
+        if (id.isErased()) return false;
+        const auto* definition = dynamic_cast<const AcDbAttributeDefinition*>(AcDbObjectAccess::object(id));
+        return definition && !definition->isConstant();
+    });
+}
+
+int AcDbBlockTableRecord::blockFlags() const {
+    return (isAnonymous() ? kAnonymous : 0) | (hasAttributeDefinitions() ? kWithAttributes : 0);
+}
+
+AcDbObjectId AcDbBlockTableRecord::firstEntity() const {
+    const auto first = std::ranges::find_if_not(m_entities, wasErased);
+    return first == m_entities.end() ? m_end : *first;
+}
+
+// The marks come with the record; a record that is read from a file names those of the file.
+void AcDbBlockTableRecord::subAdded() {
+    m_begin = place(std::make_unique<AcDbBlockBegin>(), *this);
+    m_end = place(std::make_unique<AcDbBlockEnd>(), *this);
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::subErase(bool erasing) {
+    const Acad::ErrorStatus status = AcDbSymbolTableRecord::subErase(erasing);
+    if (status != Acad::eOk) return status;
+    for (const AcDbObjectId mark : {m_begin, m_end})
+        if (!mark.isNull()) AcDbObjectAccess::setErased(mark, erasing);
+    return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbEntity* entity) {
@@ -65,6 +109,12 @@ Acad::ErrorStatus AcDbBlockTableRecord::dwgInFields(AcDbDwgFiler* filer) {
     if (status != Acad::eOk) return status;
     filer->readPoint3d(m_origin);
     if (filer->filerType() == AcDb::kUndoFiler) return filer->filerStatus();
+    AcDbObjectId begin;
+    AcDbObjectId end;
+    filer->readHardOwnershipId(begin);
+    filer->readHardOwnershipId(end);
+    if (!begin.isNull()) m_begin = begin; // a copy has its own already
+    if (!end.isNull()) m_end = end;
     Adesk::Int32 count = 0;
     filer->readInt32(count);
     std::vector<AcDbObjectId> entities;
@@ -81,6 +131,8 @@ Acad::ErrorStatus AcDbBlockTableRecord::dwgOutFields(AcDbDwgFiler* filer) const 
     AcDbSymbolTableRecord::dwgOutFields(filer);
     filer->writePoint3d(m_origin);
     if (filer->filerType() == AcDb::kUndoFiler) return filer->filerStatus();
+    filer->writeHardOwnershipId(m_begin);
+    filer->writeHardOwnershipId(m_end);
     const auto erased = std::ranges::count_if(m_entities, wasErased);
     filer->writeInt32(static_cast<Adesk::Int32>(std::ssize(m_entities) - erased));
     for (const AcDbObjectId id : m_entities) {
@@ -104,10 +156,11 @@ Acad::ErrorStatus AcDbBlockTableRecord::dxfOutFields(AcDbDxfFiler* filer) const 
         filer->writeItem(AcDb::kDxfSubclass, "AcDbBlockTableRecord");
         return filer->writeItem(2, m_name);
     }
-    dxfOutHead(*filer, "AcDbBlockTableRecord", isAnonymous() ? kAnonymous : 0);
+    dxfOutHead(*filer, "AcDbBlockTableRecord", blockFlags());
+    filer->writeItem(AcDb::kDxfHardOwnershipId, m_begin);
     filer->writePoint3d(AcDb::kDxfXCoord, m_origin);
-    const auto first = std::ranges::find_if_not(m_entities, wasErased);
-    if (first != m_entities.end()) filer->writeItem(AcDb::kDxfHeaderId, *first);
+    if (const AcDbObjectId first = firstEntity(); !first.isNull())
+        filer->writeItem(AcDb::kDxfHeaderId, first);
     return filer->filerStatus();
 }
 

@@ -22,6 +22,13 @@ public:
     Acad::ErrorStatus setOrigin(const AcGePoint3d& origin);
     bool isLayout() const;    // model or paper space
     bool isAnonymous() const; // "*..." that is no layout
+    // As exchange data has them: 1 anonymous, 2 with attributes to ask for.
+    int blockFlags() const;
+    bool hasAttributeDefinitions() const; // that are not constant
+    // The BLOCK and ENDBLK that stand around the entities; null in a record that is in no drawing.
+    AcDbObjectId beginId() const { return m_begin; }
+    AcDbObjectId endId() const { return m_end; }
+    AcDbObjectId firstEntity() const; // ENDBLK for an empty block
 
     // The entity is then in the database, has taken the drawing's current properties for what was not set,
     // and is open for write. The record must be open for write. Errors: eAlreadyInDatabase,
@@ -36,9 +43,15 @@ public:
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
+protected:
+    Acad::ErrorStatus subErase(bool erasing) override;
+    void subAdded() override;
+
 private:
     friend class AcDbObjectAccess;
     AcGePoint3d m_origin;
+    AcDbObjectId m_begin;
+    AcDbObjectId m_end;
     std::vector<AcDbObjectId> m_entities;
 };
 

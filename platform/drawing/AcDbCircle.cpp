@@ -115,9 +115,10 @@ void AcDbCircle::subList() const {
 
 Acad::ErrorStatus AcDbCircle::subTransformBy(const AcGeMatrix3d& matrix) {
     if (matrix.isSingular()) return Acad::eInvalidInput;
-    if (!matrix.isUniformScale()) return Acad::eCannotScaleNonUniformly;
+    const double scale = matrix.scaleInPlane(m_normal);
+    if (scale == 0.0) return Acad::eCannotScaleNonUniformly;
     m_center.transformBy(matrix);
-    m_radius *= matrix.axisScales().x;
+    m_radius *= scale;
     m_normal.transformBy(matrix).normalize();
     return Acad::eOk;
 }

@@ -49,6 +49,10 @@ public:
     virtual Acad::ErrorStatus writeBool(int code, bool value) = 0;
     virtual Acad::ErrorStatus writeBytes(int code, std::string_view value) = 0;
 
+    // Of entities whose points lie in a plane of their own; files have no third coordinate for those.
+    virtual Acad::ErrorStatus writePoint2d(int code, const AcGePoint2d& value) {
+        return writePoint3d(code, {value.x, value.y, 0.0});
+    }
     Acad::ErrorStatus writeVector3d(int code, const AcGeVector3d& v) {
         return writePoint3d(code, {v.x, v.y, v.z});
     }

@@ -49,7 +49,7 @@ public:
     // Layer and so on of another entity.
     void setPropertiesFrom(const AcDbEntity* other);
     // What nobody set becomes the drawing's current value; called when the entity is added to a block.
-    void setDatabaseDefaults(const AcDbDatabase& database);
+    virtual void setDatabaseDefaults(const AcDbDatabase& database);
     // The entity looks different from now on.
     void recordGraphicsModified(bool modified = true);
 

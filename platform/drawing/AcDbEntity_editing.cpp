@@ -1,6 +1,7 @@
 // The public operations of entities: each checks how the object is open and calls the class's own, whose
 // answers as they stand are at the end.
 
+#include "drawing/AcDbBlockReference.h"
 #include "drawing/AcDbCurve.h"
 #include "drawing/intersect_curves.h"
 
@@ -139,6 +140,9 @@ void moveOnto(const veldrin::CurvePath& path, const AcGeVector3d& along, bool ex
 // round.
 Acad::ErrorStatus intersect(const AcDbEntity& self, const AcDbEntity& other, AcDb::Intersect mode,
                             const AcGePlane* plane, AcGePoint3dArray& points) {
+    if (other.isKindOf(AcDbBlockReference::desc()) && !self.isKindOf(AcDbBlockReference::desc()))
+        return plane ? other.intersectWith(&self, swapped(mode), *plane, points)
+                     : other.intersectWith(&self, swapped(mode), points);
     const auto* curve = dynamic_cast<const AcDbCurve*>(&self);
     const auto path = curve ? curve->path() : std::nullopt;
     if (!path) return Acad::eNotApplicable;

@@ -4,9 +4,8 @@
 #include "drawing/AcDbTextStyleTable.h"
 #include "drawing/AcGiTextLook.h"
 #include "drawing/list_lines.h"
+#include "geometry/angles.h"
 #include "runtime/AcRxMacros.h"
-
-#include <numbers>
 
 ACRX_DEFINE_MEMBERS(AcDbMText, AcDbEntity, "MTEXT");
 
@@ -14,13 +13,6 @@ AcDbMText::AcDbMText() = default;
 AcDbMText::~AcDbMText() = default;
 
 namespace {
-
-double withinTurn(double angle) {
-    constexpr double kFullTurn = 2.0 * std::numbers::pi;
-    double a = std::fmod(angle, kFullTurn);
-    if (a < 0.0) a += kFullTurn;
-    return a >= kFullTurn ? 0.0 : a + 0.0;
-}
 
 // Angle of the user system's X axis in the world. The working drawing's counts, in which the user works.
 double userAngle() {
@@ -48,7 +40,7 @@ double AcDbMText::worldRotation() const {
     return m_direction.convert2d().angle();
 }
 double AcDbMText::rotation() const {
-    return withinTurn(worldRotation() - userAngle());
+    return veldrin::withinTurn(worldRotation() - userAngle());
 }
 
 Acad::ErrorStatus AcDbMText::setRotation(double rotation) {

@@ -86,8 +86,9 @@ void AcDbObjectAccess::touch(const AcDbObject& object) {
     ++database->m_graphicsGeneration;
     database->m_modified = true;
     const AcDbObject* holder = &object;
-    if (object.isKindOf(AcDbEntity::desc())) {
-        holder = AcDbObjectAccess::object(object.ownerId());
+    constexpr int kDeepest = 2; // an attribute's holder is a reference
+    for (int depth = 0; depth < kDeepest && holder->isKindOf(AcDbEntity::desc()); ++depth) {
+        holder = AcDbObjectAccess::object(holder->ownerId());
         if (!holder) return;
     }
     const bool isRecord = holder->isKindOf(AcDbSymbolTableRecord::desc());

@@ -106,7 +106,7 @@ void AcDbSpline::subList() const {
 
 Acad::ErrorStatus AcDbSpline::subTransformBy(const AcGeMatrix3d& matrix) {
     if (matrix.isSingular()) return Acad::eInvalidInput;
-    if (!matrix.isUniformScale()) return Acad::eCannotScaleNonUniformly;
+    if (matrix.scaleInPlane(m_normal) == 0.0) return Acad::eCannotScaleNonUniformly;
     m_path.reset();
     for (AcGePoint3d& p : m_vertices) p.transformBy(matrix);
     if (matrix.det() < 0.0)

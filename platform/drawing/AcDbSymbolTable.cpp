@@ -142,6 +142,7 @@ Acad::ErrorStatus AcDbSymbolTable::insert(AcDbSymbolTableRecord* record) {
     if (status != Acad::eOk) return status;
     m_records.push_back(record->objectId());
     m_byName[veldrin::symbolKey(record->getName())] = record->objectId();
+    record->subAdded();
     return Acad::eOk;
 }
 

@@ -31,6 +31,8 @@ public:
 
 protected:
     Acad::ErrorStatus subErase(bool erasing) override;
+    // The record has come into a drawing: the place to make what belongs to it.
+    virtual void subAdded() {}
     // Writes the class's marker, the name and the flags.
     void dxfOutHead(AcDbDxfFiler& filer, const char* className, int flags) const;
     // Steps to the class's part and hands over its groups one by one, the name excepted, which it sets. The
@@ -42,6 +44,7 @@ protected:
 
 private:
     friend class AcDbObjectAccess;
+    friend class AcDbSymbolTable;
     AcDbSymbolTable* table() const; // null while in none
     bool isFixed() const;
     void nameChanged() const; // or whether it is erased

@@ -2,6 +2,7 @@
 
 #include "drawing/AcDbDwgFiler.h"
 #include "drawing/AcDbDxfFiler.h"
+#include "drawing/dxf_groups.h"
 #include "runtime/AcRxMacros.h"
 
 #include <numbers>
@@ -14,11 +15,6 @@ namespace {
 constexpr int kBackwards = 2;
 constexpr int kUpsideDown = 4;
 constexpr double kDegree = std::numbers::pi / 180.0;
-
-// Lists carry angles in radians, files in degrees.
-double angleUnit(const AcDbDxfFiler& filer) {
-    return filer.isEntityList() ? 1.0 : kDegree;
-}
 
 } // namespace
 
@@ -92,7 +88,7 @@ Acad::ErrorStatus AcDbTextStyleTableRecord::dxfInFields(AcDbDxfFiler* filer) {
         case 3: return setFileName(item.text.c_str());
         case 40: return setTextSize(item.real);
         case 41: return setXScale(item.real);
-        case 50: return setObliquingAngle(item.real * angleUnit(*filer));
+        case 50: return setObliquingAngle(item.real * veldrin::angleUnit(*filer));
         case 71:
             m_backwards = (item.integer & kBackwards) != 0;
             m_upsideDown = (item.integer & kUpsideDown) != 0;
@@ -108,7 +104,7 @@ Acad::ErrorStatus AcDbTextStyleTableRecord::dxfOutFields(AcDbDxfFiler* filer) co
     dxfOutHead(*filer, "AcDbTextStyleTableRecord", 0);
     filer->writeDouble(40, m_textSize);
     filer->writeDouble(41, m_xScale);
-    filer->writeDouble(50, m_obliquing / angleUnit(*filer));
+    filer->writeDouble(50, m_obliquing / veldrin::angleUnit(*filer));
     filer->writeInt16(71, (m_backwards ? kBackwards : 0) | (m_upsideDown ? kUpsideDown : 0));
     filer->writeDouble(42, m_textSize > 0.0 ? m_textSize : kUsualHeight);
     filer->writeItem(3, m_fileName);

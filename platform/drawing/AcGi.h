@@ -50,6 +50,8 @@ struct AcGiText {
     bool multiline = true;    // false: one line, attachment by baseline (single-line text)
     double widthFactor = 1.0; // of single-line text
     double oblique = 0.0;     // of single-line text, radians
+    bool backwards = false;   // single-line text that runs back from its location
+    bool upsideDown = false;  // single-line text that hangs from its location
 };
 
 // A smooth curve through points: as defined, and as the arcs that fit it.
@@ -82,6 +84,12 @@ public:
 
     virtual bool pushModelTransform(const AcGeMatrix3d& matrix) = 0;
     virtual bool popModelTransform() = 0;
+
+    // Around the contents of a block where a reference places it. In between, layer 0 is the layer that is
+    // set now, and what is by block is what is set now. False when the contents are not to be drawn, because
+    // the block holds itself or references are nested beyond reason; then nothing was begun.
+    virtual bool beginBlock(AcDbObjectId block, const AcGeMatrix3d& placing) = 0;
+    virtual void endBlock() = 0;
 };
 
 class VELDRIN_API AcGiWorldDraw {

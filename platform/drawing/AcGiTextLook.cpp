@@ -2,6 +2,8 @@
 
 #include "drawing/AcDbTextStyleTable.h"
 
+#include <cmath>
+
 namespace veldrin {
 
 void takeStyle(AcDbObjectId style, TextLook& look) {
@@ -28,7 +30,30 @@ TextLayout layoutOf(const AcGiText& text) {
 
 AcGePoint3d placeOf(const AcGiText& text, const AcGePoint2d& inLayout) {
     const AcGeVector3d up = text.normal.crossProduct(text.direction);
-    return text.location + text.direction * inLayout.x + up * inLayout.y;
+    return text.location + text.direction * (text.backwards ? -inLayout.x : inLayout.x) +
+           up * (text.upsideDown ? -inLayout.y : inLayout.y);
+}
+
+// A letter stands in a frame of its baseline and its stem. The stem leans by the slant, against the direction
+// of writing where one of both is turned.
+void transformText(AcGiText& text, const AcGeMatrix3d& matrix) {
+    const bool turned = text.backwards != text.upsideDown;
+    const double lean = text.multiline ? 0.0 : std::tan(text.oblique) * (turned ? -1.0 : 1.0);
+    AcGeVector3d along = text.direction;
+    AcGeVector3d stem = text.normal.crossProduct(text.direction) + text.direction * lean;
+    text.location.transformBy(matrix);
+    along.transformBy(matrix);
+    stem.transformBy(matrix);
+    const double length = along.length();
+    text.direction = along.normal();
+    const double newLean = stem.dotProduct(text.direction);
+    const AcGeVector3d up = stem - text.direction * newLean;
+    text.normal = along.crossProduct(up).normal();
+    text.height *= up.length();
+    text.width *= length;
+    if (up.length() == 0.0) return;
+    text.widthFactor *= length / up.length();
+    if (!text.multiline) text.oblique = std::atan2(turned ? -newLean : newLean, up.length());
 }
 
 std::array<AcGePoint3d, 4> cornersOf(const AcGiText& text) {

@@ -2,6 +2,9 @@
 
 #include "drawing/AcDb2dPolyline.h"
 #include "drawing/AcDbArc.h"
+#include "drawing/AcDbAttribute.h"
+#include "drawing/AcDbBlockBegin.h"
+#include "drawing/AcDbBlockReference.h"
 #include "drawing/AcDbBlockTable.h"
 #include "drawing/AcDbCircle.h"
 #include "drawing/AcDbDatabase.h"
@@ -11,9 +14,12 @@
 #include "drawing/AcDbLinetypeTable.h"
 #include "drawing/AcDbMText.h"
 #include "drawing/AcDbObjectAccess.h"
+#include "drawing/AcDbPoint.h"
+#include "drawing/AcDbPolyline.h"
 #include "drawing/AcDbProxyEntity.h"
 #include "drawing/AcDbRegAppTable.h"
 #include "drawing/AcDbSpline.h"
+#include "drawing/AcDbText.h"
 #include "drawing/AcDbTextStyleTable.h"
 #include "runtime/AcRxClass.h"
 #include "runtime/CException.h"
@@ -44,6 +50,15 @@ void registerDrawingClasses() {
     AcDbMText::rxInit();
     AcDb2dPolyline::rxInit();
     AcDbSpline::rxInit();
+    AcDbPolyline::rxInit();
+    AcDbPoint::rxInit();
+    AcDbText::rxInit();
+    AcDbAttribute::rxInit();
+    AcDbAttributeDefinition::rxInit();
+    AcDbBlockReference::rxInit();
+    AcDbBlockBegin::rxInit();
+    AcDbBlockEnd::rxInit();
+    AcDbSequenceEnd::rxInit();
 }
 
 DatabaseRegistry::DatabaseRegistry() : m_databases(1) {

@@ -1,3 +1,4 @@
+#include "drawing/AcDbBlockReference.h"
 #include "drawing/AcDbBlockTable.h"
 #include "drawing/AcDbDatabase.h"
 #include "drawing/AcDbDictionary.h"
@@ -7,6 +8,7 @@
 #include "drawing/AcDbRegAppTable.h"
 #include "drawing/RecordFiler.h"
 #include "drawing/SlotTable.h"
+#include "drawing/block_copies.h"
 #include "runtime/AcRxClass.h"
 
 #include <memory>
@@ -41,6 +43,7 @@ private:
     AcDbObjectId resolve(AcDbObjectId original);
     AcDbObjectId translate(AcDbObjectId original);
     AcDbObjectId tableOfSameKind(AcDbObjectId table) const;
+    std::string nameOfCopy(const AcDbSymbolTableRecord& original) const;
     void bringApplications(const AcDbObject& original);
 
     AcDbDatabase& m_source;
@@ -66,7 +69,7 @@ Acad::ErrorStatus Cloning::add(AcDbObject& original, std::unique_ptr<AcDbObject>
     if (auto* const record = AcDbSymbolTableRecord::cast(copy.get())) {
         auto* const table = AcDbSymbolTable::cast(AcDbObjectAccess::object(owner));
         if (!table) return Acad::eInvalidInput;
-        record->setName(static_cast<AcDbSymbolTableRecord&>(original).getName());
+        record->setName(nameOfCopy(static_cast<AcDbSymbolTableRecord&>(original)));
         status = AcDbObjectAccess::addToTable(*table, record);
     } else {
         status = AcDbObjectAccess::add(m_target, copy.get(), owner);
@@ -78,13 +81,25 @@ Acad::ErrorStatus Cloning::add(AcDbObject& original, std::unique_ptr<AcDbObject>
     return Acad::eOk;
 }
 
-// What an object owns: the entries of a dictionary, the entities of a block, its extension dictionary.
+// A block without a name of its own is another one in every drawing.
+std::string Cloning::nameOfCopy(const AcDbSymbolTableRecord& original) const {
+    const auto* const block = dynamic_cast<const AcDbBlockTableRecord*>(&original);
+    return block && block->isAnonymous() ? freeBlockName(m_target, original.getName().substr(0, 2))
+                                         : original.getName();
+}
+
+// What an object owns: the entries of a dictionary, the entities of a block, the attributes of a reference,
+// its extension dictionary.
 Acad::ErrorStatus Cloning::makeOwned(const AcDbObject& original, AcDbObjectId owner) {
     std::vector<AcDbObjectId> owned{AcDbObjectAccess::extensionDictionary(original)};
     if (const auto* dictionary = dynamic_cast<const AcDbDictionary*>(&original)) {
         for (const auto& [name, id] : dictionary->entries()) owned.push_back(id);
     } else if (const auto* block = dynamic_cast<const AcDbBlockTableRecord*>(&original)) {
         owned.insert(owned.end(), block->entityIds().begin(), block->entityIds().end());
+    } else if (const auto* reference = dynamic_cast<const AcDbBlockReference*>(&original)) {
+        owned = reference->attributeIds();
+        owned.push_back(reference->sequenceEndId());
+        owned.push_back(AcDbObjectAccess::extensionDictionary(original));
     }
     for (const AcDbObjectId id : owned) {
         if (id.isErased()) continue;
@@ -113,7 +128,10 @@ Acad::ErrorStatus Cloning::fill(const Copy& copy) {
         return slot == 0 ? AcDbObjectId() : resolve(AcDbObjectId(m_source.generation(), slot));
     };
     RecordReader reader(AcDb::kDeepCloneFiler, resolver, record);
+    auto* const named = AcDbSymbolTableRecord::cast(&object);
+    const std::string name = named ? named->getName() : std::string();
     const Acad::ErrorStatus read = object.dwgInFields(&reader);
+    if (named) named->setName(name); // which may be another one than the original's
     AcDbObjectAccess::setOwner(object, copy.owner);
     const AcDbObjectId dictionary = AcDbObjectAccess::extensionDictionary(original);
     AcDbObjectAccess::setExtensionDictionary(object, m_mapping.find(dictionary));
@@ -136,7 +154,7 @@ AcDbObjectId Cloning::translate(AcDbObjectId original) {
     const auto* const record = dynamic_cast<const AcDbSymbolTableRecord*>(object);
     if (!record) return {};
     const AcDbObjectId owner = tableOfSameKind(record->ownerId());
-    const AcDbObjectId known = AcDbObjectAccess::findRecord(owner, record->getName());
+    const AcDbObjectId known = AcDbObjectAccess::findRecord(owner, nameOfCopy(*record));
     if (!known.isNull())
         m_mapping.assign(original, known);
     else if (make(original, owner) != Acad::eOk)
@@ -173,7 +191,12 @@ void Cloning::closeAll() {
 }
 
 void Cloning::eraseAll() {
-    for (const Copy& copy : m_copies) AcDbObjectAccess::object(copy.copy)->cancel();
+    for (const Copy& copy : m_copies) {
+        AcDbObject* const object = AcDbObjectAccess::object(copy.copy);
+        if (object->isKindOf(AcDbBlockTableRecord::desc()))
+            object->erase(); // and the marks that came with it
+        object->cancel();
+    }
 }
 
 // Where copies of the object can go: entities to a block, table records to a table.

@@ -2,6 +2,8 @@
 
 #include "drawing/AcDbDxfFiler.h"
 
+#include <numbers>
+
 namespace veldrin {
 
 // Numbers as groups carry them: lists written by hand have whole numbers where reals belong, and the other
@@ -16,6 +18,11 @@ inline std::int64_t integerOf(const AcDbDxfItem& item) {
 inline AcGeVector3d normalOf(const AcDbDxfItem& item) {
     const AcGeVector3d v = item.point.asVector();
     return v.isZeroLength() ? AcGeVector3d::kZAxis : v.normal();
+}
+
+// Radians of one unit of an angle: lists carry radians, files degrees.
+inline double angleUnit(const AcDbDxfFiler& filer) {
+    return filer.isEntityList() ? 1.0 : std::numbers::pi / 180.0;
 }
 
 // Points of plane entities stand in the frame of their normal, not in the world's.

@@ -31,12 +31,12 @@ std::string absolutePath(const std::string& path) {
     return (error ? fs::path(path) : absolute).lexically_normal().string();
 }
 
+} // namespace
+
 std::string drawingPath(const std::string& path) {
     const fs::path given = absolutePath(path);
     return given.has_extension() ? given.string() : given.string() + kEnding;
 }
-
-} // namespace
 
 DocumentManager::DocumentManager() = default;
 DocumentManager::~DocumentManager() = default;

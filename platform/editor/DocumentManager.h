@@ -10,6 +10,9 @@
 
 namespace veldrin {
 
+// The file that a drawing's name means: absolute, with ".vqd" where the ending is missing.
+VELDRIN_API std::string drawingPath(const std::string& path);
+
 // How drawings come from files and go there. What fails is told in `error`, in one line that names the file.
 struct DrawingFiles {
     using Save = std::function<bool(AcDbDatabase& database, const std::string& path, std::string& error)>;

@@ -1,5 +1,6 @@
 // ERASE, MOVE, COPY, ROTATE, SCALE, MIRROR, EXPLODE, LIST
 
+#include "drawing/AcDbBlockReference.h"
 #include "drawing/AcDbBlockTable.h"
 #include "drawing/acdb.h"
 #include "editor/SystemVariables.h"
@@ -20,17 +21,6 @@ Task<std::vector<AcDbObjectId>> requireObjects(CommandContext& context) {
     std::vector<AcDbObjectId> ids = co_await selectObjects(context, SelectFor::Editing);
     if (ids.empty()) throw InputCancelled();
     co_return ids;
-}
-
-void transform(CommandContext& context, const std::vector<AcDbObjectId>& ids, const AcGeMatrix3d& matrix) {
-    for (const AcDbObjectId id : ids) {
-        const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForWrite);
-        Acad::ErrorStatus status = entity.openStatus();
-        if (entity) status = entity->transformBy(matrix);
-        if (status != Acad::eOk)
-            say(context, fmt::format("Object {} cannot be edited: {}.", id.handle().text(),
-                                     acadErrorStatusText(status)));
-    }
 }
 
 std::vector<AcDbObjectId> copies(CommandContext& context, const std::vector<AcDbObjectId>& ids) {
@@ -57,26 +47,9 @@ Task<void> eraseCommand(CommandContext& context) {
     eraseAll(ids);
 }
 
-// Base point and second point, or a displacement given at once.
-Task<AcGeVector3d> displacement(CommandContext& context, const Answer& base) {
-    if (base.isKeyword("Displacement")) {
-        const AcGePoint3d by = co_await requirePoint(context, "Specify displacement:");
-        AcGePoint3d origin;
-        co_return by - origin.transformBy(context.database.ucsToWorld());
-    }
-    const Answer second = co_await context.input.point(
-        "Specify second point or <use first point as displacement>:", &base.point);
-    if (second.kind == Answer::Kind::Point) co_return second.point - base.point;
-    AcGePoint3d origin;
-    co_return base.point - origin.transformBy(context.database.ucsToWorld());
-}
-
 Task<void> moveCommand(CommandContext& context) {
     const std::vector<AcDbObjectId> ids = co_await requireObjects(context);
-    const Answer base =
-        co_await context.input.point("Specify base point or [Displacement]:", nullptr, "Displacement");
-    if (base.isNone()) throw InputCancelled();
-    const AcGeVector3d by = co_await displacement(context, base);
+    const AcGeVector3d by = co_await askDisplacement(context);
     transform(context, ids, AcGeMatrix3d::translation(by));
 }
 
@@ -95,7 +68,7 @@ Task<void> copyCommand(CommandContext& context) {
         "Specify base point or [Displacement/Multiple]:", nullptr, "Displacement Multiple");
     if (base.isNone()) throw InputCancelled();
     if (base.isKeyword("Multiple")) co_return co_await copyManyTimes(context, ids);
-    const AcGeVector3d by = co_await displacement(context, base);
+    const AcGeVector3d by = co_await displacementFrom(context, base);
     transform(context, copies(context, ids), AcGeMatrix3d::translation(by));
 }
 
@@ -169,6 +142,8 @@ Task<void> mirrorCommand(CommandContext& context) {
 bool explode(AcDbObjectId id) {
     const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForWrite);
     if (!entity) return false;
+    if (const auto* reference = AcDbBlockReference::cast(entity.object()))
+        return reference->explodeToOwnerSpace() == Acad::eOk && entity->erase() == Acad::eOk;
     std::vector<AcDbEntity*> raw;
     const Acad::ErrorStatus status = entity->explode(raw);
     std::vector<std::unique_ptr<AcDbEntity>> pieces(raw.begin(), raw.end());

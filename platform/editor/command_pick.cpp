@@ -221,6 +221,16 @@ std::vector<AcGePoint3d> boxCorners(const AcDbDatabase& database, const AcGePoin
     return corners;
 }
 
+bool isInRegion(const std::vector<AcGePoint3d>& polygon, const AcGePoint3d& point) {
+    constexpr double onBorder = 1.0e-9;
+    std::vector<AcGePoint2d> region;
+    for (const AcGePoint3d& corner : polygon) region.push_back(corner.convert2d());
+    for (std::size_t i = 0; i < region.size(); ++i)
+        if (distanceToSegment(point.convert2d(), region[i], region[(i + 1) % region.size()]) <= onBorder)
+            return true;
+    return !region.empty() && isInside(point.convert2d(), region);
+}
+
 std::vector<AcDbObjectId> visibleEntities(AcDbDatabase& database) {
     std::vector<AcDbObjectId> found;
     LayerStates states;

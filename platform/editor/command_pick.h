@@ -26,6 +26,9 @@ std::vector<AcDbObjectId> entitiesInRegion(AcDbDatabase& database, RegionKind ki
 std::vector<AcGePoint3d> boxCorners(const AcDbDatabase& database, const AcGePoint3d& from,
                                     const AcGePoint3d& to);
 
+// Whether a point lies in a polygon or on its border.
+bool isInRegion(const std::vector<AcGePoint3d>& polygon, const AcGePoint3d& point);
+
 std::vector<AcDbObjectId> visibleEntities(AcDbDatabase& database); // on layers that are thawed
 AcDbObjectId lastEntity(AcDbDatabase& database);                   // not erased; null without any
 bool isOnLockedLayer(AcDbObjectId entity);

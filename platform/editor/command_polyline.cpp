@@ -1,8 +1,12 @@
 // PLINE
 
 #include "drawing/AcDb2dPolyline.h"
+#include "drawing/AcDbPolyline.h"
+#include "drawing/dxf_groups.h"
+#include "editor/SystemVariables.h"
 #include "editor/command_support.h"
 #include "editor/command_tables.h"
+#include "runtime/Host.h"
 
 #include <cmath>
 #include <numbers>
@@ -13,24 +17,36 @@ namespace {
 
 constexpr double pi = std::numbers::pi;
 
-// The polyline as it grows. A bulge stands at the vertex where its piece begins.
+// The polyline as it grows. Bulge and widths of a piece stand at the vertex where it begins.
 struct Outline {
+    struct Widths {
+        double start = 0.0;
+        double end = 0.0;
+    };
     std::vector<AcGePoint3d> vertices;
     std::vector<double> bulges;
+    std::vector<Widths> widths;
+    Widths next; // of the piece to come
     bool closed = false;
 
     void add(const AcGePoint3d& vertex, double bulge) {
-        if (!vertices.empty()) bulges.push_back(bulge);
+        if (!vertices.empty()) addPiece(bulge);
         vertices.push_back(vertex);
     }
     void close(double bulge) {
-        bulges.push_back(bulge);
+        addPiece(bulge);
         closed = true;
+    }
+    void addPiece(double bulge) {
+        bulges.push_back(bulge);
+        widths.push_back(next);
+        next.start = next.end;
     }
     void undo() {
         if (vertices.size() < 2) return;
         vertices.pop_back();
         bulges.pop_back();
+        widths.pop_back();
     }
     const AcGePoint3d& last() const { return vertices.back(); }
 
@@ -49,8 +65,7 @@ struct Outline {
     }
 };
 
-void draw(CommandContext& context, const Outline& outline) {
-    if (outline.vertices.size() < 2) return;
+void drawHeavy(CommandContext& context, const Outline& outline) {
     AcGeDoubleArray bulges = outline.bulges;
     bulges.resize(outline.vertices.size(), 0.0);
     auto polyline = std::make_unique<AcDb2dPolyline>(
@@ -58,11 +73,42 @@ void draw(CommandContext& context, const Outline& outline) {
     appendToCurrentSpace(context.database, std::move(polyline));
 }
 
-// Pieces have no width here: the answers are taken and count for nothing.
-Task<void> askWidths(CommandContext& context, bool halves) {
-    co_await context.input.distance(halves ? "Specify starting half-width <0>:"
-                                           : "Specify starting width <0>:");
-    co_await context.input.distance(halves ? "Specify ending half-width <0>:" : "Specify ending width <0>:");
+// PLINETYPE 0 asks for polylines of the older kind, which have no widths here.
+void draw(CommandContext& context, const Outline& outline) {
+    if (outline.vertices.size() < 2) return;
+    if (context.host.variables().integer("PLINETYPE") == 0) return drawHeavy(context, outline);
+    auto polyline = std::make_unique<AcDbPolyline>();
+    polyline->setNormal(drawingNormal(context.database));
+    for (std::size_t i = 0; i < outline.vertices.size(); ++i) {
+        const AcGePoint3d inPlane = worldToPlane(outline.vertices[i], polyline->normal());
+        const bool hasPiece = i < outline.bulges.size();
+        // The last vertex of an open one has the widths that a further piece would begin with.
+        const Outline::Widths widths = hasPiece ? outline.widths[i] : outline.next;
+        if (i == 0) polyline->setElevation(inPlane.z);
+        polyline->addVertexAt(polyline->numVerts(), inPlane.convert2d(), hasPiece ? outline.bulges[i] : 0.0,
+                              widths.start, widths.end);
+    }
+    polyline->setClosed(outline.closed);
+    appendToCurrentSpace(context.database, std::move(polyline));
+}
+
+Task<void> askWidths(CommandContext& context, Outline& outline, bool halves) {
+    const double factor = halves ? 2.0 : 1.0;
+    const Question first{Want::Distance,
+                         halves ? "Specify starting half-width <0>:" : "Specify starting width <0>:",
+                         {},
+                         kRefuseNegative,
+                         &outline.last()};
+    const Answer start = co_await context.input.ask(first);
+    if (!start.isNone()) outline.next.start = outline.next.end = start.real * factor;
+    const Question second{Want::Distance,
+                          halves ? "Specify ending half-width <starting>:"
+                                 : "Specify ending width <starting>:",
+                          {},
+                          kRefuseNegative,
+                          &outline.last()};
+    const Answer end = co_await context.input.ask(second);
+    if (!end.isNone()) outline.next.end = end.real * factor;
 }
 
 // The arc from the last vertex through a second point.
@@ -129,7 +175,7 @@ Task<Next> linePiece(CommandContext& context, Outline& outline, bool& arcs) {
         outline.close(0.0);
         co_return Next::Done;
     } else
-        co_await askWidths(context, answer.text == "Halfwidth");
+        co_await askWidths(context, outline, answer.text == "Halfwidth");
     co_return Next::GoOn;
 }
 
@@ -156,7 +202,7 @@ Task<Next> arcPiece(CommandContext& context, Outline& outline, bool& arcs) {
         outline.close(outline.bulgeFrom(outline.direction(), outline.vertices.front()));
         co_return Next::Done;
     } else
-        co_await askWidths(context, answer.text == "Halfwidth");
+        co_await askWidths(context, outline, answer.text == "Halfwidth");
     co_return Next::GoOn;
 }
 

@@ -3,8 +3,9 @@
 namespace veldrin {
 
 std::vector<std::span<const CommandRow>> builtInCommands() {
-    return {drawCommands(),  polylineCommands(), editCommands(),   layerCommands(),
-            styleCommands(), viewCommands(),     drawingCommands()};
+    return {drawCommands(),  polylineCommands(), editCommands(),    layerCommands(),
+            styleCommands(), viewCommands(),     drawingCommands(), textCommands(),
+            blockCommands(), insertCommands(),   stretchCommands()};
 }
 
 } // namespace veldrin

@@ -17,6 +17,10 @@ std::span<const CommandRow> layerCommands();
 std::span<const CommandRow> styleCommands();
 std::span<const CommandRow> viewCommands();
 std::span<const CommandRow> drawingCommands();
+std::span<const CommandRow> textCommands();
+std::span<const CommandRow> blockCommands();
+std::span<const CommandRow> insertCommands();
+std::span<const CommandRow> stretchCommands();
 
 // Any system variable whose name is typed as a command.
 Task<void> setVariableCommand(CommandContext& context);

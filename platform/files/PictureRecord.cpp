@@ -100,6 +100,8 @@ void PictureWriter::putText(const AcGiText& text) {
     m_record.writeBool(text.multiline);
     m_record.writeDouble(text.widthFactor);
     m_record.writeDouble(text.oblique);
+    m_record.writeBool(text.backwards);
+    m_record.writeBool(text.upsideDown);
 }
 
 void PictureWriter::putFittedCurve(const AcGiFittedCurve& curve) {
@@ -213,7 +215,9 @@ private:
         m_reader.readString(text.contents);
         m_reader.readBool(text.multiline);
         m_reader.readDouble(text.widthFactor);
-        if (m_reader.readDouble(text.oblique) != Acad::eOk) return false;
+        m_reader.readDouble(text.oblique);
+        m_reader.readBool(text.backwards);
+        if (m_reader.readBool(text.upsideDown) != Acad::eOk) return false;
         text.attachment = attachment;
         geometry().text(text);
         return true;

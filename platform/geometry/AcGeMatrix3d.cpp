@@ -175,3 +175,15 @@ bool AcGeMatrix3d::isUniformScale() const {
     constexpr double kRelative = 1.0e-9;
     return largest - smallest <= kRelative * largest;
 }
+
+double AcGeMatrix3d::scaleInPlane(const AcGeVector3d& normal) const {
+    AcGeVector3d x = normal.perpVector();
+    AcGeVector3d y = normal.normal().crossProduct(x);
+    x.transformBy(*this);
+    y.transformBy(*this);
+    constexpr double kRelative = 1.0e-9;
+    const double size = x.length();
+    const bool keepsShape = std::abs(size - y.length()) <= kRelative * size &&
+                            std::abs(x.dotProduct(y)) <= kRelative * size * size;
+    return keepsShape ? size : 0.0;
+}

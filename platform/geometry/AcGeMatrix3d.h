@@ -33,4 +33,7 @@ public:
     AcGeVector3d axisScales() const;
     // True when all three axes scale alike, to one part in 1e9.
     bool isUniformScale() const;
+    // By how much it scales a plane with that normal when figures in it keep their shape, to one part in 1e9;
+    // 0 when they do not.
+    double scaleInPlane(const AcGeVector3d& normal) const;
 };

@@ -1,6 +1,7 @@
 #include "graphics/SinkBase.h"
 
 #include "drawing/AcDbCurvePath.h"
+#include "drawing/AcGiTextLook.h"
 
 #include <numbers>
 
@@ -8,37 +9,37 @@ namespace veldrin {
 
 void TraitsState::setLayer(AcDbObjectId layer) {
     value.layer = layer;
-    moved = true;
+    touch();
 }
 
 void TraitsState::setLineType(AcDbObjectId linetype) {
     value.linetype = linetype;
-    moved = true;
+    touch();
 }
 
 void TraitsState::setColor(Adesk::UInt16 colorIndex) {
     value.color = AcCmColor(static_cast<std::int16_t>(colorIndex));
-    moved = true;
+    touch();
 }
 
 void TraitsState::setTrueColor(const AcCmColor& color) {
     value.color = color;
-    moved = true;
+    touch();
 }
 
 void TraitsState::setLineWeight(AcDb::LineWeight weight) {
     value.lineWeight = weight;
-    moved = true;
+    touch();
 }
 
 void TraitsState::setLineTypeScale(double scale) {
     value.linetypeScale = scale;
-    moved = true;
+    touch();
 }
 
 void TraitsState::setFillType(AcGiFillType fill) {
     value.fill = fill;
-    moved = true;
+    touch();
 }
 
 SinkBase::SinkBase() = default;
@@ -46,7 +47,7 @@ SinkBase::~SinkBase() = default;
 
 void SinkBase::resetTraits() {
     m_traits.value = DrawTraits();
-    m_traits.moved = true;
+    m_traits.touch();
 }
 
 std::span<const AcGePoint3d> SinkBase::placed(std::size_t count, const AcGePoint3d* points) {
@@ -80,13 +81,13 @@ void SinkBase::putStretched(const AcGePoint3d& center, double radius, const AcGe
 }
 
 bool SinkBase::circle(const AcGePoint3d& center, double radius, const AcGeVector3d& normal) {
+    const double scale = m_transforms.empty() ? 1.0 : transform().scaleInPlane(normal);
     if (m_transforms.empty()) {
         putCircle(center, radius, normal);
-    } else if (transform().isUniformScale()) {
+    } else if (scale > 0.0) {
         AcGePoint3d c = center;
         AcGeVector3d n = normal;
-        putCircle(c.transformBy(transform()), radius * transform().axisScales().x,
-                  n.transformBy(transform()).normal());
+        putCircle(c.transformBy(transform()), radius * scale, n.transformBy(transform()).normal());
     } else {
         putStretched(center, radius, normal.normal(), normal.normal().perpVector(), 2.0 * std::numbers::pi);
     }
@@ -95,15 +96,16 @@ bool SinkBase::circle(const AcGePoint3d& center, double radius, const AcGeVector
 
 bool SinkBase::circularArc(const AcGePoint3d& center, double radius, const AcGeVector3d& normal,
                            const AcGeVector3d& startVector, double sweepAngle, AcGiArcType type) {
+    const double scale = m_transforms.empty() ? 1.0 : transform().scaleInPlane(normal);
     if (m_transforms.empty()) {
         putArc(center, radius, normal, startVector.normal(), sweepAngle, type);
-    } else if (transform().isUniformScale()) {
+    } else if (scale > 0.0) {
         AcGePoint3d c = center;
         AcGeVector3d n = normal;
         AcGeVector3d start = startVector;
         const double sweep = transform().det() < 0.0 ? -sweepAngle : sweepAngle;
-        putArc(c.transformBy(transform()), radius * transform().axisScales().x,
-               n.transformBy(transform()).normal(), start.transformBy(transform()).normal(), sweep, type);
+        putArc(c.transformBy(transform()), radius * scale, n.transformBy(transform()).normal(),
+               start.transformBy(transform()).normal(), sweep, type);
     } else {
         putStretched(center, radius, normal.normal(), startVector.normal(), sweepAngle);
     }
@@ -116,16 +118,7 @@ bool SinkBase::text(const AcGiText& text) {
         return m_stopped;
     }
     AcGiText moved = text;
-    AcGeVector3d along = text.direction;
-    AcGeVector3d up = text.normal.crossProduct(text.direction);
-    moved.location.transformBy(transform());
-    along.transformBy(transform());
-    up.transformBy(transform());
-    moved.direction = along.normal();
-    moved.normal = along.crossProduct(up).normal();
-    moved.height *= up.length();
-    moved.width *= along.length();
-    if (up.length() > 0.0) moved.widthFactor *= along.length() / up.length();
+    transformText(moved, transform());
     putText(moved);
     return m_stopped;
 }
@@ -135,7 +128,7 @@ bool SinkBase::fittedCurve(const AcGiFittedCurve& curve) {
         putFittedCurve(curve);
         return m_stopped;
     }
-    if (!transform().isUniformScale()) {
+    if (transform().scaleInPlane(curve.normal) == 0.0) {
         const CurvePath path({curve.vertices.begin(), curve.vertices.end()},
                              {curve.bulges.begin(), curve.bulges.end()}, curve.closed, curve.normal);
         constexpr int kChords = 16; // a piece
@@ -161,11 +154,13 @@ bool SinkBase::draw(AcGiDrawable* drawable) {
     if (!drawable) return m_stopped;
     const DrawTraits before = m_traits.value;
     const std::size_t depth = m_transforms.size();
+    const std::size_t blocks = m_blocks.size();
     drawable->setAttributes(&m_traits);
     drawable->worldDraw(this);
     m_transforms.resize(depth);
+    m_blocks.resize(blocks);
     m_traits.value = before;
-    m_traits.moved = true;
+    m_traits.touch();
     return m_stopped;
 }
 

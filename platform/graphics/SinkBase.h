@@ -20,12 +20,18 @@ struct DrawTraits {
     bool operator==(const DrawTraits&) const = default;
 };
 
+// What things look like that are drawn as parts of a block: on layer 0 they are on the reference's layer, and
+// what is by block is what the reference has, be it by its own layer.
+VELDRIN_API DrawTraits traitsInBlock(const DrawTraits& own, const DrawTraits& reference);
+
 // The traits of a sink, and whether they moved since somebody looked.
 class VELDRIN_API TraitsState final : public AcGiSubEntityTraits {
 public:
     DrawTraits value;
     bool moved = true;
+    bool stale = true; // what was made of the value is out of date
 
+    void touch() { moved = stale = true; }
     void setLayer(AcDbObjectId layer) override;
     void setLineType(AcDbObjectId linetype) override;
     void setColor(Adesk::UInt16 colorIndex) override;
@@ -44,7 +50,7 @@ public:
 
 // What all sinks share: the traits, drawables within drawables, pushed transforms. A sink overrides put...,
 // which get every primitive in the world. Under a transform that stretches, circles and arcs arrive as
-// polylines.
+// polylines. Contents of blocks arrive as the reference makes them look.
 class VELDRIN_API SinkBase : public AcGiWorldDraw, public AcGiWorldGeometry {
 public:
     SinkBase();
@@ -68,6 +74,8 @@ public:
     bool draw(AcGiDrawable* drawable) override;
     bool pushModelTransform(const AcGeMatrix3d& matrix) override;
     bool popModelTransform() override;
+    bool beginBlock(AcDbObjectId block, const AcGeMatrix3d& placing) override;
+    void endBlock() override;
 
 protected:
     virtual void putPolyline(std::span<const AcGePoint3d> points) = 0;
@@ -79,7 +87,8 @@ protected:
     virtual void putText(const AcGiText& text) = 0;
     virtual void putFittedCurve(const AcGiFittedCurve& curve) = 0;
 
-    const DrawTraits& traits() const { return m_traits.value; }
+    // Within a block, as the reference makes them.
+    const DrawTraits& traits() const { return m_blocks.empty() ? m_traits.value : resolvedTraits(); }
     // True once after the traits were set.
     bool takeMoved() {
         const bool moved = m_traits.moved;
@@ -91,17 +100,29 @@ protected:
     void stop() { m_stopped = true; }
 
 private:
+    // A block that is being drawn, and what the reference looks like.
+    struct OpenBlock {
+        AcDbObjectId block;
+        DrawTraits reference;
+        DrawTraits before;          // as they were set
+        double linetypeScale = 1.0; // dashes grow with the block
+    };
+
+    const DrawTraits& resolvedTraits() const;
     const AcGeMatrix3d& transform() const { return m_transforms.back(); }
     std::span<const AcGePoint3d> placed(std::size_t count, const AcGePoint3d* points);
     void putStretched(const AcGePoint3d& center, double radius, const AcGeVector3d& normal,
                       const AcGeVector3d& startVector, double sweep);
 
     bool m_stopped = false;
-    TraitsState m_traits;
+    mutable TraitsState m_traits;
+    mutable DrawTraits m_resolved;
     TraitsState* m_traitsDoor = &m_traits;
     AcGiWorldGeometry* m_geometryDoor = this;
     std::vector<AcGeMatrix3d> m_transforms; // each with those around it
     std::vector<AcGePoint3d> m_placed;      // reused
+    std::vector<OpenBlock> m_blocks;        // the innermost last
+    std::size_t m_begunBlocks = 0;          // since the outermost began
 };
 
 // Draws an entity with its own properties and leaves the traits as they were.

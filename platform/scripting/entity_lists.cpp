@@ -40,6 +40,12 @@ Value pairOf(const resbuf& group) {
     return Value::cons(Value::integer(group.restype), groupValue(group));
 }
 
+// Points of a polyline that is flat by its nature have two coordinates.
+Value flatPair(const resbuf& group) {
+    const double* point = group.resval.rpoint;
+    return lisp::list(Value::integer(group.restype), Value::real(point[0]), Value::real(point[1]));
+}
+
 // The groups of the applications from the cursor on, which moves behind them.
 Value extendedOf(const resbuf*& cursor) {
     ListBuilder applications;
@@ -107,13 +113,15 @@ void addExtended(ResbufBuilder& chain, const Value& group) {
 
 Value listOfGroups(const resbuf* cursor) {
     ListBuilder list;
+    bool isFlat = false;
     while (cursor) {
         if (cursor->restype == kExtendedData || cursor->restype == kApplicationName) {
             if (cursor->restype == kExtendedData) cursor = cursor->rbnext;
             list.add(extendedOf(cursor));
             continue;
         }
-        list.add(pairOf(*cursor));
+        if (cursor->restype == AcDb::kDxfStart) isFlat = std::string_view(textOf(*cursor)) == "LWPOLYLINE";
+        list.add(isFlat && cursor->restype == AcDb::kDxfXCoord ? flatPair(*cursor) : pairOf(*cursor));
         cursor = cursor->rbnext;
     }
     return list.finish();

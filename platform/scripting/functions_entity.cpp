@@ -1,5 +1,7 @@
 // entget entmod entupd entdel entlast entnext handent
 
+#include "drawing/AcDbBlockBegin.h"
+#include "drawing/AcDbBlockReference.h"
 #include "drawing/AcDbBlockTable.h"
 #include "drawing/EntityList.h"
 #include "editor/command_pick.h"
@@ -60,21 +62,33 @@ std::size_t placeOf(AcDbObjectId id, const std::vector<AcDbObjectId>& ids) {
     return static_cast<std::size_t>(found - ids.begin());
 }
 
-Value entnext(Engine&, Args args) {
-    AcDbObjectId owner = currentDatabase().modelSpaceId();
-    AcDbObjectId before;
-    if (args.has(0)) {
-        before = idOf(args, 0);
-        const AcDbObjectPointer<AcDbEntity> entity(before, AcDb::kForRead, true);
-        if (!entity) args.wrong(0, "lentityp");
-        owner = entity->ownerId();
-    }
-    const AcDbObjectPointer<AcDbBlockTableRecord> block(owner);
+// The first entity of a block behind one of them; nil at its end.
+Value nextInBlock(AcDbObjectId blockId, AcDbObjectId before) {
+    const AcDbObjectPointer<AcDbBlockTableRecord> block(blockId);
     if (!block) return {};
     const std::vector<AcDbObjectId>& ids = block->entityIds();
     for (std::size_t i = before.isNull() ? 0 : placeOf(before, ids) + 1; i < ids.size(); ++i)
         if (!ids[i].isErased()) return enameOf(ids[i]);
     return {};
+}
+
+// Attributes follow their reference, SEQEND the last of them, and then comes what stands behind the
+// reference.
+Value entnext(Engine&, Args args) {
+    if (!args.has(0)) return nextInBlock(currentDatabase().modelSpaceId(), {});
+    const AcDbObjectId before = idOf(args, 0);
+    const AcDbObjectPointer<AcDbEntity> entity(before, AcDb::kForRead, true);
+    if (!entity) args.wrong(0, "lentityp");
+    if (entity->isKindOf(AcDbBlockBegin::desc())) return nextInBlock(entity->ownerId(), {});
+    const auto* reference = AcDbBlockReference::cast(entity.object());
+    if (reference && reference->hasAttributes()) return enameOf(reference->attributeIds().front());
+    const AcDbObjectPointer<AcDbBlockReference> owner(entity->ownerId(), AcDb::kForRead, true);
+    if (!owner) return nextInBlock(entity->ownerId(), before);
+    if (entity->isKindOf(AcDbSequenceEnd::desc())) return nextInBlock(owner->ownerId(), owner->objectId());
+    const std::vector<AcDbObjectId> attributes = owner->attributeIds();
+    const auto at = std::ranges::find(attributes, before);
+    if (at == attributes.end()) return {};
+    return enameOf(std::next(at) == attributes.end() ? owner->sequenceEndId() : *std::next(at));
 }
 
 Value handent(Engine&, Args args) {

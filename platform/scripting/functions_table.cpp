@@ -38,8 +38,20 @@ AcDbObjectId tableNamed(Args args, std::size_t i) {
     args.wrong(i, "a table's name:");
 }
 
+// A block is shown as its BLOCK, though without what makes that an entity.
+Value blockData(const AcDbBlockTableRecord& block) {
+    lisp::ListBuilder list;
+    list.add(Value::cons(Value::integer(0), Value::text("BLOCK")));
+    list.add(Value::cons(Value::integer(2), Value::text(block.getName())));
+    list.add(Value::cons(Value::integer(70), Value::integer(block.blockFlags())));
+    list.add(Value::cons(Value::integer(10), pointValue(block.origin())));
+    list.add(Value::cons(Value::integer(-2), enameOf(block.firstEntity())));
+    return list.finish();
+}
+
 // As the table functions show a record: without names, owners, handles and markers.
 Value recordData(AcDbObjectId id) {
+    if (const AcDbObjectPointer<AcDbBlockTableRecord> block(id); block) return blockData(*block);
     lisp::ListBuilder list;
     const Value data = entityData(id);
     bool inControl = false;
@@ -53,19 +65,15 @@ Value recordData(AcDbObjectId id) {
             code == -1 || code == 5 || code == 100 || code == 330 || code == 360 || code == 105;
         if (!inControl && !isHead) list.add(group);
     }
-    const AcDbObjectPointer<AcDbBlockTableRecord> block(id);
-    if (block)
-        for (const AcDbObjectId entity : block->entityIds())
-            if (!entity.isErased()) {
-                list.add(Value::cons(Value::integer(-2), enameOf(entity)));
-                break;
-            }
     return list.finish();
 }
 
 Value tblobjname(Engine&, Args args) {
     const AcDbObjectId table = tableNamed(args, 0);
-    return table.isNull() ? Value() : enameOf(recordNamed(table, args.string(1)));
+    if (table.isNull()) return {};
+    const AcDbObjectId record = recordNamed(table, args.string(1));
+    const AcDbObjectPointer<AcDbBlockTableRecord> block(record);
+    return enameOf(block ? block->beginId() : record);
 }
 
 bool isSpace(AcDbObjectId id) {

@@ -59,7 +59,9 @@
 (check "arc by ends and radius" (last-dxf '(10 40)) '((1.0 0.0 0.0) 1.0))
 
 (command "PLINE" '(0 0) '(10 0) "W" 1 1 '(10 10) "C")
-(check "closed polyline" (list (dxf 0 (entlast)) (logand 1 (dxf 70 (entlast)))) '("POLYLINE" 1))
+(check "closed polyline" (list (dxf 0 (entlast)) (logand 1 (dxf 70 (entlast)))) '("LWPOLYLINE" 1))
+(check "widths from the second piece on"
+       (mapcar 'cdr (vl-remove-if-not '(lambda (g) (= (car g) 40)) (entget (entlast)))) '(0.0 1.0 1.0))
 (check "length of its outline" (vlax-curve-getDistAtParam (entlast) (vlax-curve-getEndParam (entlast)))
        (+ 20.0 (sqrt 200.0)))
 (command "PLINE" '(0 0) '(10 0) "A" '(10 4) "L" '(0 4) "")

@@ -1,0 +1,91 @@
+;;; Blocks, references and their attributes as scripts see and make them.
+
+(load "lib/check.lsp")
+(setvar "CMDECHO" 0)
+
+(defun dxf (code e) (cdr (assoc code (entget e))))
+(defun types (e / all) (while e (setq all (cons (dxf 0 e) all) e (entnext e))) (reverse all))
+(defun last-dxf (codes) (mapcar '(lambda (c) (dxf c (entlast))) codes))
+
+;; A block is made from a set, which is the drawing's no longer.
+(command "LINE" '(10 0) '(14 0) "")
+(setq line (entlast))
+(command "ATTDEF" "" "tag" "Which one" "none" '(10 1) 0.5 0)
+(check "a definition" (last-dxf '(0 1 2 3 40 70)) '("ATTDEF" "none" "TAG" "Which one" 0.5 0))
+(command "BLOCK" "Valve" '(10 0) line (entlast) "")
+(check "nothing is left" (entlast) nil)
+(check "the block in its table" (mapcar 'cdr (reverse (cdr (reverse (tblsearch "BLOCK" "VALVE")))))
+       '("BLOCK" "Valve" 2 (10.0 0.0 0.0)))
+(setq begin (tblobjname "BLOCK" "valve"))
+(check "BLOCK leads to the entities" (types begin) '("BLOCK" "LINE" "ATTDEF"))
+(check "what BLOCK says" (mapcar '(lambda (c) (dxf c begin)) '(2 10 70 -2))
+       (list "Valve" '(10.0 0.0 0.0) 2 (entnext begin)))
+(check "its owner is the record" (dxf 0 (dxf 330 begin)) "BLOCK_RECORD")
+(check "tblnext gives it" (cdr (assoc 2 (tblnext "BLOCK" t))) "Valve")
+
+;; A reference, with an answer for the attribute; two wide, three high, a quarter turned.
+(command "INSERT" "valve" '(100 50) 2 3 90 "MV-1")
+(setq ref (entlast))
+(check "the reference" (last-dxf '(0 66 2 10 41 42 43 50))
+       (list "INSERT" 1 "Valve" '(100.0 50.0 0.0) 2.0 3.0 2.0 (/ pi 2)))
+(check "attributes follow" (types ref) '("INSERT" "ATTRIB" "SEQEND"))
+(setq att (entnext ref))
+(check "the attribute" (mapcar '(lambda (c) (dxf c att)) '(1 2 10 330)) (list "MV-1" "TAG" '(97.0 50.0 0.0) ref))
+(check "SEQEND names its head" (dxf -2 (entnext att)) ref)
+(check "what it draws" (mapcar '(lambda (g) (list (car g) (nth 4 g))) (vd-graphics ref))
+       '(("polyline" (100.0 50.0 0.0)) ("text" (97.0 50.0 0.0))))
+(check "an attribute changes" (progn (entmod (subst '(1 . "MV-2") (assoc 1 (entget att)) (entget att))) (dxf 1 att)) "MV-2")
+(check "it is not erased alone" (list (entdel att) (dxf 1 att)) '(nil "MV-2"))
+(entdel ref)
+(check "it goes with its reference" (entget att) nil)
+(entdel ref)
+(check "and comes back" (dxf 1 att) "MV-2")
+(check "references are selected by their block" (sslength (ssget "X" '((0 . "INSERT") (2 . "VAL*") (66 . 1)))) 1)
+
+;; Without ATTREQ nobody is asked; a preset and a constant one are never asked for.
+(setvar "ATTREQ" 0)
+(command "INSERT" "valve" '(0 0) "" "" "")
+(check "the default value" (dxf 1 (entnext (entlast))) "none")
+(setvar "ATTREQ" 1)
+(command "ATTDEF" "P" "" "PRE" "" "preset" '(0 0) 1 0)
+(setq a (entlast))
+(command "ATTDEF" "C" "" "CON" "always" '(5 0) 1 0)
+(command "BLOCK" "quiet" '(0 0) a (entlast) "")
+(command "INSERT" "quiet" "S" 2 '(20 0) 0)
+(check "scale given ahead" (last-dxf '(41 42 43)) '(2.0 2.0 2.0))
+(check "one attribute and one constant text"
+       (mapcar '(lambda (g) (list (last g) (nth 4 g))) (vd-graphics (entlast)))
+       '(("always" (30.0 0.0 0.0)) ("preset" (20.0 0.0 0.0))))
+
+;; Taking apart: one level, definitions where attributes were; a star inserts the parts.
+(command "EXPLODE" ref)
+(check "the line is where it was drawn" (dxf 11 (car (list (ssname (ssget "X" '((0 . "LINE"))) 0)))) '(100.0 58.0 0.0))
+(check "the definition shows its tag" (dxf 2 (ssname (ssget "X" '((0 . "ATTDEF"))) 0)) "TAG")
+(check "the reference is gone" (entget ref) nil)
+(command "INSERT" "*valve" '(0 0) 1 1 0)
+(check "parts, no reference" (dxf 0 (entlast)) "ATTDEF")
+
+;; entmake: a block, a reference with attributes, a name that the host finds.
+(check "a block's beginning" (entmake '((0 . "BLOCK") (2 . "made") (70 . 0) (10 1 1 0))) '((0 . "BLOCK") (2 . "made") (70 . 0) (10 1 1 0)))
+(entmake '((0 . "CIRCLE") (10 1 1 0) (40 . 2)))
+(entmake '((0 . "INSERT") (2 . "valve") (10 5 5 0)))
+(check "its end tells the name" (entmake '((0 . "ENDBLK"))) "made")
+(check "what it holds" (types (tblobjname "BLOCK" "made")) '("BLOCK" "CIRCLE" "INSERT"))
+(entmake '((0 . "BLOCK") (2 . "*U") (70 . 1) (10 0 0 0)))
+(check "an unnamed one, empty" (entmake '((0 . "ENDBLK"))) "*U1")
+(check "its first entity is its end" (dxf 0 (cdr (assoc -2 (tblsearch "BLOCK" "*U1")))) "ENDBLK")
+(entmake '((0 . "INSERT") (66 . 1) (2 . "made") (10 0 0 0)))
+(entmake '((0 . "ATTRIB") (10 0 0 0) (40 . 1.5) (1 . "v") (2 . "T") (70 . 0)))
+(check "nothing before SEQEND" (dxf 0 (entlast)) "ATTDEF")
+(setq made (entmakex '((0 . "SEQEND"))))
+(check "a reference in three calls" (types made) '("INSERT" "ATTRIB" "SEQEND"))
+(check "an unknown block is refused" (entmake '((0 . "INSERT") (2 . "nowhere") (10 0 0 0))) nil)
+(check "an attribute without a reference is refused" (entmake '((0 . "ATTRIB") (2 . "T") (1 . "") (10 0 0 0) (40 . 1))) nil)
+
+;; A new definition of the block changes what its references show; itself it cannot hold.
+(command "LINE" '(0 0) '(0 9) "")
+(command "BLOCK" "made" "Y" '(0 0) (entlast) "")
+(check "redefined" (mapcar 'car (vd-graphics made)) '("polyline" "text"))
+(check "it cannot hold itself" (vd-capture '(lambda () (command "BLOCK" "made" "Y" '(0 0) made ""))) "Block made references itself.\n")
+
+(check-finish)
