@@ -25,10 +25,11 @@ public:
 // Ends the run that is going on when it takes too long.
 class Clock {
 public:
-    explicit Clock(Engine& engine) : thread_([this, &engine] {
-        std::unique_lock lock(mutex_);
-        if (!changed_.wait_for(lock, longest, [this] { return isDone_; })) engine.requestEnd();
-    }) {}
+    explicit Clock(Engine& engine)
+        : thread_([this, &engine] {
+            std::unique_lock lock(mutex_);
+            if (!changed_.wait_for(lock, longest, [this] { return isDone_; })) engine.requestEnd();
+        }) {}
     ~Clock() {
         {
             const std::lock_guard lock(mutex_);

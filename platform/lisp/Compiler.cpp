@@ -4,7 +4,7 @@ namespace veldrin::lisp {
 
 namespace {
 
-constexpr int deepestNesting = 4000;   // of parentheses in code
+constexpr int deepestNesting = 4000; // of parentheses in code
 constexpr int mostNodes = 1'000'000; // of one form: a list that holds others many times over may have endless
 
 class OperandNode : public Node { // an atom that stands where a node is asked for

@@ -24,10 +24,10 @@ Engine::Engine(Limits limits)
         cell->compile = row.compile;
         machine_->defineBuiltin(std::move(cell));
     }
-    for (const auto rows : {controlBuiltins(), numberBuiltins(), geometryBuiltins(), listBuiltins(),
-                            listSearchBuiltins(), textBuiltins(), textSearchBuiltins(), unitBuiltins(),
-                            outputBuiltins(), fileBuiltins(), fileNameBuiltins(), settingBuiltins(),
-                            sessionBuiltins()})
+    for (const auto rows :
+         {controlBuiltins(), numberBuiltins(), geometryBuiltins(), listBuiltins(), listSearchBuiltins(),
+          textBuiltins(), textSearchBuiltins(), unitBuiltins(), outputBuiltins(), fileBuiltins(),
+          fileNameBuiltins(), settingBuiltins(), sessionBuiltins()})
         define(rows);
     Symbol& pi = intern("PI");
     pi.value = pi.protectedValue = bits::ofReal(std::numbers::pi);

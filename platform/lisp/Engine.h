@@ -128,8 +128,8 @@ public:
     Value loadFile(const std::string& path);
 
     // ---- While it runs
-    // Both from any thread. A break is an error that a script may catch; an end is a `quit` with status 1 that
-    // holds until the run from the outside is over, so that no handler or loop can go on behind it.
+    // Both from any thread. A break is an error that a script may catch; an end is a `quit` with status 1
+    // that holds until the run from the outside is over, so that no handler or loop can go on behind it.
     void requestBreak();
     void requestEnd() { interrupt_.store(Interrupt::End, std::memory_order_relaxed); }
     void clearBreak();

@@ -96,8 +96,8 @@ void Machine::enterSlow() {
 
 Bits Machine::enter(FunctionCell& function, std::size_t count, int line) {
     if (frames_.size() >= depthLimit_ ||
-        reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0)) < stackEnd_ ||
-        isInterrupted()) [[unlikely]]
+        reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0)) < stackEnd_ || isInterrupted())
+        [[unlikely]]
         enterSlow();
     const std::size_t base = bindingCount() - count;
     frames_.push_back({&function, line});
