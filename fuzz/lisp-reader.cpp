@@ -17,11 +17,11 @@ void require(bool holds) {
 
 void checkPrinting(Engine& engine, const Value& form) {
     const std::string once = prin1Text(form);
-    Reader again(engine, once);
+    const std::string source = '\n' + once; // a byte order mark counts at the very start alone
+    Reader again(engine, source);
     Value copy;
     require(again.next(copy));
     require(prin1Text(copy) == once);
-    shortText(form);
     princText(form);
 }
 

@@ -65,8 +65,10 @@ void CommandLine::flush() {
 std::optional<std::string> CommandLine::readLine(const std::string& prompt) {
     if (!m_source) return std::nullopt;
     if (!prompt.empty()) freshLine();
+    if (m_capture) print(prompt); // then the source shows none
     flush();
-    std::optional<std::string> typed = m_source(prompt);
+    std::optional<std::string> typed = m_source(m_capture ? std::string() : prompt);
+    if (m_capture) print("\n");
     m_column = 0;
     m_lastLine = prompt + typed.value_or(std::string());
     return typed;

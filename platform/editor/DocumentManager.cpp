@@ -88,7 +88,8 @@ Document* DocumentManager::openDocument(const std::string& path) {
 
 Document* DocumentManager::admit(const std::string& fileName, const Maker& makeDatabase) {
     auto made = std::make_unique<Document>(fileName, false);
-    made->m_readOnly = made->isTitled() && fs::exists(fileName) && access(fileName.c_str(), W_OK) != 0;
+    std::error_code none;
+    made->m_readOnly = made->isTitled() && fs::exists(fileName, none) && access(fileName.c_str(), W_OK) != 0;
     Document* document = made.get();
     AcApDocument* told = document;
     m_reactors.tell(&AcApDocManagerReactor::documentCreateStarted, told);

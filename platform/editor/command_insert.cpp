@@ -25,7 +25,8 @@ namespace fs = std::filesystem;
 AcDbObjectId blockFromFile(CommandContext& context, const std::string& name, const std::string& file) {
     lisp::Services& services = context.host.lisp().services();
     std::string path = services.findFile(file);
-    if (path.empty() || fs::is_directory(path)) path = services.findFile(file + ".vqd");
+    std::error_code none;
+    if (path.empty() || fs::is_directory(path, none)) path = services.findFile(file + ".vqd");
     if (path.empty()) failCommand(fmt::format("Block \"{}\" not found, neither here nor as a file.", file));
     auto opened = openDrawing(path);
     if (const auto* problem = std::get_if<std::string>(&opened)) failCommand(*problem);

@@ -190,7 +190,7 @@ Value Reader::readText() {
         }
         if (c == '\n') ++line_;
         if (c != '\\') {
-            text += c;
+            if (c) text += c; // a text cannot hold the character 0, however it is written
         } else if (at_ + 1 < text_.size()) {
             ++at_;
             readEscape(text);

@@ -175,6 +175,8 @@ std::optional<Error> Machine::catchAll(const std::function<void()>& work) {
         caught = error;
     } catch (const std::bad_alloc&) {
         caught = Error("insufficient node space");
+    } catch (const std::exception& error) {
+        caught = Error(error.what());
     }
     if (caught) unwind(before);
     return caught;

@@ -172,8 +172,10 @@ void checkSigns(std::string_view signs, const Value& item) {
     }
 }
 
+constexpr int deepestNesting = 200;
+
 // Groups up to the closing bracket, or to the end of the list without one.
-void parse(Node& node, const Value*& rest, const Bracket* bracket) {
+void parse(Node& node, const Value*& rest, const Bracket* bracket, int depth) {
     std::string sign;
     for (; rest->isCons(); rest = &rest->cdr()) {
         const Value& item = rest->car();
@@ -198,7 +200,8 @@ void parse(Node& node, const Value*& rest, const Bracket* bracket) {
         }
         part->kind = open->kind;
         rest = &rest->cdr();
-        parse(*part, rest, open);
+        if (depth == deepestNesting) refuse(item);
+        parse(*part, rest, open, depth + 1);
         if (!rest->isCons()) refuse(item); // never closed
         node.parts.push_back(std::move(part));
     }
@@ -208,7 +211,7 @@ void parse(Node& node, const Value*& rest, const Bracket* bracket) {
 
 SelectionFilter::SelectionFilter(const Value& list) : m_root(std::make_unique<Node>()) {
     const Value* rest = &list;
-    parse(*m_root, rest, nullptr);
+    parse(*m_root, rest, nullptr, 0);
     if (!rest->isNil()) refuse(list);
 }
 
