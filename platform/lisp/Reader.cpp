@@ -236,7 +236,7 @@ void Reader::readEscape(std::string& into) {
         return;
     }
     if (c == '\n') ++line_;
-    into += c;
+    if (c) into += c;
 }
 
 bool isComplete(std::string_view text) {
