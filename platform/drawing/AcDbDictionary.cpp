@@ -3,11 +3,14 @@
 #include "drawing/AcDbDatabase.h"
 #include "drawing/AcDbDwgFiler.h"
 #include "drawing/AcDbDxfFiler.h"
+#include "drawing/AcDbEntity.h"
 #include "drawing/AcDbObjectAccess.h"
 #include "drawing/AcDbObjectExtras.h"
+#include "drawing/AcDbSymbolTable.h"
 #include "drawing/DxfListFiler.h"
 #include "runtime/AcRxMacros.h"
 
+#include <algorithm>
 #include <utility>
 
 ACRX_DEFINE_MEMBERS(AcDbDictionary, AcDbObject, "DICTIONARY");
@@ -36,23 +39,37 @@ Acad::ErrorStatus AcDbDictionary::setAt(const std::string& name, AcDbObject* obj
     if (!database()) return Acad::eNotInDatabase;
     if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
     if (!object->objectId().isNull()) return Acad::eAlreadyInDatabase;
-    if (has(name)) {
-        if (const Acad::ErrorStatus status = remove(name); status != Acad::eOk) return status;
+    AcDbObjectId before;
+    if (getAt(name, before) == Acad::eOk) {
+        AcDbObjectPointer<AcDbObject> entry(before, AcDb::kForWrite);
+        const Acad::ErrorStatus status = entry ? entry->erase() : entry.openStatus();
+        if (status != Acad::eOk) return status;
     }
     const Acad::ErrorStatus status = AcDbObjectAccess::add(*database(), object, objectId());
     if (status == Acad::eOk) m_entries[name] = id = object->objectId();
     return status;
 }
 
+Acad::ErrorStatus AcDbDictionary::adopt(const std::string& name, AcDbObjectId id) {
+    if (name.empty()) return Acad::eInvalidName;
+    if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
+    if (id.database() != database()) return Acad::eWrongDatabase;
+    if (has(name)) return Acad::eDuplicateKey;
+    AcDbObjectPointer<AcDbObject> object(id, AcDb::kForWrite);
+    if (!object) return object.openStatus();
+    if (object->isKindOf(AcDbEntity::desc()) || object->isKindOf(AcDbSymbolTableRecord::desc()))
+        return Acad::eNotApplicable;
+    const auto* owner = AcDbDictionary::cast(AcDbObjectAccess::object(object->ownerId()));
+    if (owner && std::ranges::any_of(owner->m_entries, [&](const auto& entry) { return entry.second == id; }))
+        return Acad::eAlreadyInDatabase;
+    object->setOwnerId(objectId());
+    m_entries[name] = id;
+    return Acad::eOk;
+}
+
 Acad::ErrorStatus AcDbDictionary::remove(const std::string& name) {
     assertWriteEnabled();
-    AcDbObjectId id;
-    if (const Acad::ErrorStatus status = getAt(name, id); status != Acad::eOk) return status;
-    AcDbObjectPointer<AcDbObject> entry(id, AcDb::kForWrite);
-    Acad::ErrorStatus status = entry.openStatus();
-    if (status == Acad::eOk) status = entry->erase();
-    if (status == Acad::eOk) m_entries.erase(name);
-    return status;
+    return m_entries.erase(name) > 0 ? Acad::eOk : Acad::eKeyNotFound;
 }
 
 Acad::ErrorStatus AcDbDictionary::rename(const std::string& from, const std::string& to) {

@@ -19,6 +19,10 @@ public:
     // Adds the object to the database with this dictionary as owner; it is then open for write. An entry of
     // the same name is replaced and its object erased.
     Acad::ErrorStatus setAt(const std::string& name, AcDbObject* object, AcDbObjectId& id);
+    // Takes in an object of the database that no dictionary holds, under a name that is free: eDuplicateKey,
+    // eAlreadyInDatabase, eNotApplicable for an entity or a table's record.
+    Acad::ErrorStatus adopt(const std::string& name, AcDbObjectId object);
+    // Takes the entry out; its object stays in the database.
     Acad::ErrorStatus remove(const std::string& name);
     // eKeyNotFound, or eDuplicateKey for a name that is taken.
     Acad::ErrorStatus rename(const std::string& from, const std::string& to);

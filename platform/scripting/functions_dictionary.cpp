@@ -33,21 +33,11 @@ Value dictsearch(Engine&, Args args) {
     return found ? entityData(id) : Value();
 }
 
-// The object becomes the dictionary's as a copy under a new name; the one that was made without an owner
-// goes.
 Value dictadd(Engine&, Args args) {
     const std::string key = args.string(1);
     const UndoStep step("dictadd");
     const DictionaryPointer dictionary = openDictionary(args, AcDb::kForWrite);
-    if (dictionary->has(key)) return {};
-    AcDbObjectPointer<AcDbObject> given(idOf(args, 2), AcDb::kForWrite);
-    if (!given) return {};
-    AcDbObjectPointer<AcDbObject> copy;
-    copy.acquire(given->clone());
-    AcDbObjectId id;
-    if (!copy || dictionary->setAt(key, copy.object(), id) != Acad::eOk) return {};
-    given->erase();
-    return enameOf(id);
+    return dictionary->adopt(key, idOf(args, 2)) == Acad::eOk ? args[2] : Value();
 }
 
 Value dictremove(Engine&, Args args) {

@@ -136,9 +136,11 @@
 
 ;; Dictionaries
 (setq x (entmakex '((0 . "XRECORD") (100 . "AcDbXrecord") (1 . "kept") (70 . 3))))
-(check "dictadd" (type (dictadd (namedobjdict) "CHECKS" x)) 'ENAME)
+(check "dictadd" (dictadd (namedobjdict) "CHECKS" x) x)
+(check "an object is in one dictionary, once" (dictadd (namedobjdict) "AGAIN" x) nil)
 (check "dictsearch" (cdr (assoc 1 (dictsearch (namedobjdict) "CHECKS"))) "kept")
-(dictremove (namedobjdict) "CHECKS")
-(check "removed" (dictsearch (namedobjdict) "CHECKS") nil)
+(check "removed, not erased" (list (dictremove (namedobjdict) "CHECKS") (dictsearch (namedobjdict) "CHECKS"))
+       (list x nil))
+(check "so it may go elsewhere" (dictadd (namedobjdict) "ELSEWHERE" x) x)
 
 (check-finish)
