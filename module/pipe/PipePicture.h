@@ -110,7 +110,7 @@ private:
     bool m_trapStartBroken = false; // the trap's first gap begins at or above its top
 };
 
-// Sets the pipe's label text up for its present fields and measures it. Nothing to do without a text.
+// Sets the pipe's drawn label up for its present fields and measures it. Nothing to do without a text.
 LabelFit fitLabel(const PlumbPipe& pipe);
 
 // An angle in the world as AcDbMText::setRotation takes it, which counts from the current user system.

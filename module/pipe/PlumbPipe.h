@@ -5,6 +5,8 @@
 #include "pipe/PipeData.h"
 #include "runtime/CList.h"
 
+#include <memory>
+
 namespace plumb {
 
 // One straight run of pipe, and all that is drawn at its ends.
@@ -32,9 +34,15 @@ public:
         assertWriteEnabled();
         return m_data;
     }
-    // Carries height, style and set width of the label, and is filed with the pipe. What else it holds is
-    // that of the last label drawn, also when the pipe was open for reading alone.
-    AcDbMText& labelText() const { return m_mtext; }
+    // Height, style and set width of the label; filed with the pipe.
+    const AcDbMText& labelText() const { return m_mtext; }
+    AcDbMText& labelText() {
+        assertWriteEnabled();
+        return m_mtext;
+    }
+    // The label as it is drawn, which fitLabel sets up. It is no part of the pipe's state: drawing leaves
+    // what is filed as it was.
+    AcDbMText& drawnLabel() const;
 
     const AcGePoint3d& start() const { return data().ptStart; }
     const AcGePoint3d& end() const { return data().ptEnd; }
@@ -122,7 +130,8 @@ private:
     Acad::ErrorStatus appendClosest(const AcGePoint3d& to, AcGePoint3dArray& snapPoints) const;
 
     PipeData m_data;
-    mutable AcDbMText m_mtext;
+    AcDbMText m_mtext;
+    mutable std::unique_ptr<AcDbMText> m_drawnLabel; // there is none before the first label
 };
 
 } // namespace plumb

@@ -91,9 +91,7 @@ void setArcs(PlumbPipe& pipe, const resbuf*& cursor) {
 
 void setTextHeight(PlumbPipe& pipe, const resbuf*& cursor) {
     double height = 0.0;
-    if (!argReal(cursor, height)) return;
-    pipe.edit();
-    pipe.labelText().setTextHeight(height);
+    if (argReal(cursor, height)) pipe.labelText().setTextHeight(height);
 }
 
 void setPtrap(PlumbPipe& pipe, const resbuf*& cursor) {

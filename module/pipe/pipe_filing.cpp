@@ -49,7 +49,7 @@ public:
         const bool written = id.isValid() && (!id.isErased() || m_filer.filerType() == AcDb::kUndoFiler);
         return item(written) && (!written || ok(m_filer.writeHardPointerId(id)));
     }
-    bool embedded(AcDbMText& text) { return ok(text.dwgOut(&m_filer)); }
+    bool embedded(const AcDbMText& text) { return ok(text.dwgOut(&m_filer)); }
 
     Acad::ErrorStatus status() const { return m_status; }
 

@@ -61,7 +61,11 @@ LabelFit fitLabel(const PlumbPipe& pipe) {
         angle = pipeAngle;
         if (angle > kUpsideDownFrom && angle < kUpsideDownTo) angle += kPi;
     }
-    AcDbMText& text = pipe.labelText();
+    const AcDbMText& pattern = pipe.labelText();
+    AcDbMText& text = pipe.drawnLabel();
+    text.setTextStyle(pattern.textStyle());
+    text.setTextHeight(pattern.textHeight());
+    text.setWidth(pattern.width());
     text.setRotation(angleToUcs(angle));
     text.setContents(d.sText);
     text.setLayer(d.textLayerId.isNull() ? pipe.layerId() : d.textLayerId);
@@ -72,6 +76,11 @@ LabelFit fitLabel(const PlumbPipe& pipe) {
     fit.rotation = text.worldRotation();
     fit.halfGap = gapInBox(fit.width, fit.height, fit.rotation, pipeAngle);
     return fit;
+}
+
+AcDbMText& PlumbPipe::drawnLabel() const {
+    if (!m_drawnLabel) m_drawnLabel = std::make_unique<AcDbMText>();
+    return *m_drawnLabel;
 }
 
 double PlumbPipe::labelHalfGap() const {
@@ -122,7 +131,7 @@ void PipePicture::emitLabel(const AcGePoint3d& center) {
     location = PolarPoint(location, r + kQuarterTurn, m_label.height * 0.5);
     location.z = kHiddenElevation;
 
-    const AcDbMText& pattern = m_pipe.labelText();
+    const AcDbMText& pattern = m_pipe.drawnLabel();
     const bool hasLayer = m_data.textLayerId.isValid();
     const auto setUp = [&](AcDbMText& text) {
         text.setLayer(hasLayer ? m_data.textLayerId : m_pipe.layerId());

@@ -115,6 +115,13 @@ TEST_F(PipeFiling, ComesBackAsItWas) {
     EXPECT_EQ(copy.labelText().textHeight(), 4.25);
 }
 
+TEST_F(PipeFiling, DrawingChangesNothingThatIsFiled) {
+    pipe.edit().sText = "CW";
+    const std::string before = write(pipe);
+    EXPECT_GT(pictureOf(pipe).size(), 2U) << "a label stands in the line";
+    EXPECT_EQ(write(pipe), before);
+}
+
 TEST_F(PipeFiling, TakesAHundredOfEverything) {
     for (int i = 0; i < 101; ++i) {
         pipe.addElbow({1.0 + i, 0.5});

@@ -2,7 +2,10 @@
 #include "drawing/AcDbDatabase.h"
 #include "drawing/AcDbLayerTable.h"
 #include "module/ModuleTest.h"
+#include "pipe/PipeBreaks.h"
 #include "util/DrawingHelpers.h"
+
+#include <random>
 
 using namespace plumb;
 
@@ -83,6 +86,48 @@ TEST_F(PipeTwins, AnErasedLayerStillGivesTwins) {
     EXPECT_EQ(pictureOf(*pipe).size(), 2U);
     edit().hiddenLayerId.setNull();
     EXPECT_EQ(pictureOf(*pipe).size(), 1U);
+}
+
+// Arcs to the left alone: one to the right becomes an entity that runs the other way.
+TEST_F(PipeTwins, BothSinksGiveTheSameOfAnyPipe) {
+    std::mt19937 random(20);
+    const auto chance = [&](double of) { return std::bernoulli_distribution(of)(random); };
+    const auto between = [&](double low, double high) {
+        return std::uniform_real_distribution<double>(low, high)(random);
+    };
+    const auto positions = [&](double most) {
+        BreakList list;
+        while (chance(0.6)) insertBreak(list, between(-2.0, most));
+        return list;
+    };
+    for (int round = 0; round < 300; ++round) {
+        setEnds(*pipe, {between(-50, 50), between(-50, 50), between(-9, 9)},
+                {between(-50, 50), between(-50, 50), between(-9, 9)});
+        PipeData& d = edit();
+        d.hiddenLayerId = chance(0.5) ? hidden : AcDbObjectId();
+        d.sText = chance(0.5) ? "3/4\" CW" : "";
+        d.dTextDistance = between(0.0, 40.0);
+        d.bTextAngleIs0 = chance(0.3);
+        d.dTickWidth = chance(0.5) ? 2.0 : 0.0;
+        d.dTickOffsetHead = between(0.0, 3.0);
+        d.dTickOffsetTail = chance(0.5) ? 1.5 : 0.0;
+        d.bPtrap = chance(0.4);
+        d.dPtrapWidth = between(1.0, 12.0);
+        d.dBreakWidth = between(0.0, 5.0);
+        d.pipeBreaks = positions(80.0);
+        d.ptrapLine1Breaks = positions(6.0);
+        d.ptrapPolylineBreaks = positions(20.0);
+        d.ptrapLine2Breaks = positions(6.0);
+        d.dOffsetDistance = chance(0.5) ? between(-4.0, 4.0) : 0.0;
+        d.elbows.clear();
+        d.arcs.clear();
+        d.dArcRadius = 5.0;
+        if (chance(0.5)) pipe->addElbow({between(1.0, 9.0), between(-3.0, 3.0)});
+        if (chance(0.5)) pipe->addArc({between(0.1, 3.0), between(0.0, 5.0), 1});
+        if (!d.elbows.empty() && chance(0.5)) pipe->addElbowBreak(0, between(0.0, 9.0));
+        if (!d.arcs.empty() && chance(0.5)) pipe->addArcBreak(0, between(0.0, 9.0));
+        ASSERT_EQ(pictureOfList(*pipe), pictureOf(*pipe)) << "in round " << round;
+    }
 }
 
 TEST_F(PipeTwins, ExplodingNamesThePiecesAndKeepsThePipe) {
