@@ -3,15 +3,12 @@
 // The floor of regeneration is a bare loop that computes and stores the same end points, with one angle, sine
 // and cosine a pipe. Times are per emitted primitive; "items_per_second" counts primitives, or calls.
 
+#include "BenchSession.h"
 #include "drawing/AcDbDatabase.h"
-#include "editor/DocumentManager.h"
 #include "graphics/NullSink.h"
 #include "graphics/Recorder.h"
-#include "host/acrxEntryPoint.h"
 #include "lisp/Engine.h"
 #include "pipe/PlumbPipe.h"
-#include "runtime/Host.h"
-#include "scripting/Scripting.h"
 
 #include <benchmark/benchmark.h>
 
@@ -25,27 +22,8 @@ constexpr int kPipes = 100'000;
 constexpr int kFittings = 4;
 constexpr int kPrimitives = 1 + kFittings; // the run, and its fittings
 
-// A host with the module's functions, and a drawing to work in.
-struct Session {
-    Session() {
-        veldrin::scripting::install(host);
-        acrxEntryPoint(AcRx::kInitAppMsg, nullptr);
-        host.documents().newDocument();
-        acrxEntryPoint(AcRx::kLoadDwgMsg, nullptr);
-    }
-    ~Session() { acrxEntryPoint(AcRx::kUnloadAppMsg, nullptr); }
+constexpr double kLength = 30.0;
 
-    veldrin::Host host;
-};
-
-AcGePoint3d startOf(int i) {
-    return {(i % 300) * 40.0, (i / 300) * 40.0, 96.0};
-}
-AcGePoint3d endOf(int i) {
-    const AcGePoint3d start = startOf(i);
-    const double angle = 0.001 * i;
-    return {start.x + 30.0 * std::cos(angle), start.y + 30.0 * std::sin(angle), start.z};
-}
 double elbowAngle(int fitting) {
     return 0.7853981625 * (fitting - 1.5);
 }
@@ -56,8 +34,8 @@ std::vector<std::unique_ptr<plumb::PlumbPipe>> makePipes(Fittings fittings) {
     std::vector<std::unique_ptr<plumb::PlumbPipe>> pipes;
     for (int i = 0; i < kPipes; ++i) {
         auto pipe = std::make_unique<plumb::PlumbPipe>();
-        pipe->setStart(startOf(i), true);
-        pipe->setEnd(endOf(i), true);
+        pipe->setStart(benchStart(i), true);
+        pipe->setEnd(benchEnd(i, kLength), true);
         pipe->edit().dArcRadius = 4.0;
         for (int f = 0; f < kFittings; ++f) {
             if (fittings == Fittings::kElbows)
@@ -90,8 +68,8 @@ void bareLoop(benchmark::State& state) {
     std::vector<Bare> pipes(kPipes);
     for (int i = 0; i < kPipes; ++i) {
         Bare& pipe = pipes[static_cast<std::size_t>(i)];
-        pipe.start = startOf(i);
-        pipe.end = endOf(i);
+        pipe.start = benchStart(i);
+        pipe.end = benchEnd(i, kLength);
         for (int f = 0; f < kFittings; ++f)
             pipe.stubs[f] = {4.0, std::cos(elbowAngle(f)), std::sin(elbowAngle(f))};
     }
@@ -117,7 +95,7 @@ void bareLoop(benchmark::State& state) {
 }
 
 void intoNullSink(benchmark::State& state, Fittings fittings) {
-    const Session session;
+    const BenchSession session;
     const auto pipes = makePipes(fittings);
     for (auto _ : state) {
         veldrin::NullSink sink;
@@ -129,7 +107,7 @@ void intoNullSink(benchmark::State& state, Fittings fittings) {
 }
 
 void intoRecorder(benchmark::State& state, Fittings fittings) {
-    const Session session;
+    const BenchSession session;
     const auto pipes = makePipes(fittings);
     veldrin::DisplayList list;
     veldrin::Recorder recorder(list);
@@ -142,7 +120,7 @@ void intoRecorder(benchmark::State& state, Fittings fittings) {
 }
 
 void setPipeInfo(benchmark::State& state) {
-    Session session;
+    BenchSession session;
     veldrin::lisp::Engine& lisp = session.host.lisp();
     lisp.runText("(setq pipe (vq_plumb-insertPipe 1 '(0 0 0) '(100 0 0)))");
     constexpr int kCalls = 10'000;

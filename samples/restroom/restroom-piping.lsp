@@ -67,7 +67,7 @@
   (restroom-pipe "P-COLD" (list 360 158 z) (list 360 restroom-cold-y z)
     (cons '("TAILOFFSET" 2.5) (restroom-turn 6.0 -1)))
   (restroom-main "P-COLD" restroom-cold-y 'restroom-supply-elevation
-    '((360 300 nil) (300 215 "2\" CW") (215 160 nil) (160 106 "1-1/2\" CW") (106 19 nil))
+    '((360 300 nil) (300 215 "2\" CW") (215 164 nil) (164 123 "1-1/2\" CW") (123 19 nil))
     nil 0.0 '(("TAILOFFSET" 6.0)) nil)
   (restroom-pipe "P-COLD" (list 360 158 z) (list 360 206 z)
     (cons '("TAILOFFSET" 2.5) (restroom-label "3/4\" CW" 60.0)))
@@ -91,29 +91,48 @@
   (foreach x '(166 202)
     (restroom-supply-branch "P-HOT" x restroom-hot-y restroom-south-end nil)))
 
-;; A drain that falls from (x, y) to a 45-degree fitting on the sanitary main; breaks count from the top.
-(defun restroom-drain (x y leg breaks / foot side pipe)
+;; An arrow along a run, so far back from its end, with hangers at distances from its start.
+(defun restroom-arrow (layer p1 p2 back hangers / arrow)
+  (setvar "CLAYER" layer)
+  (setq arrow (vq_plumb-insertPipeArrow p1 p2 0.0 (float back) nil))
+  (vq_plumb-setPipeArrowInfo arrow '("ARROWLENGTH" 7.0) (cons "HANGERDIST" hangers)))
+
+;; A drain that falls from (x, y) to a 45-degree fitting on the sanitary main, with further keys for its label;
+;; breaks count from the top.
+(defun restroom-drain (x y leg breaks keys / foot side pipe)
   (setq side (if (> y restroom-sanitary-y) 1 -1)
         foot (+ restroom-sanitary-y (* side leg))
         pipe (restroom-pipe "P-SANR" (list x y -6.0) (list x foot -11.0)
-               (list (list "ELBOW45" T)
-                     (list "ELBOWLIST" (* leg (sqrt 2.0)) (* side restroom-eighth-turn)))))
+               (append keys
+                       (list (list "ELBOW45" T)
+                             (list "ELBOWLIST" (* leg (sqrt 2.0)) (* side restroom-eighth-turn))))))
   (if breaks (vq_plumb-setPipeBreaks pipe 3.0 (cons "mains" breaks))))
+
+;; A floor drain has its trap right below it, and a branch of its own to the main.
+(defun restroom-floor-drain-branch (x y breaks / riser)
+  (setq riser (- x 30))
+  (restroom-pipe "P-SANR" (list riser y -6.0) (list x y -6.0) '(("PTRAP" T) ("PTRAPWIDTH" 11.0)))
+  (restroom-drain riser y 6.0 breaks (restroom-label "2\" SAN" 0.0)))
 
 ;; The main falls an eighth of an inch a foot. Each pipe is drawn flat, with a drop to its lower end.
 (defun restroom-sanitary-elevation (x) (- -12.0 (* (/ (- x 30.0) 12.0) 0.125)))
 
 (defun restroom-sanitary ()
   (restroom-main "P-SANR" restroom-sanitary-y 'restroom-sanitary-elevation
-    '((30 110 nil) (110 150 "4\" SAN") (150 225 nil) (225 310 "4\" SAN") (310 372 nil))
+    '((30 126 nil) (126 150 "4\" SAN") (150 225 nil) (225 310 "4\" SAN") (310 372 nil))
     '(70 100 166 170 202 206 326) 5.0 nil (restroom-turn 8.0 -1))
   (restroom-pipe "P-SANR" (list 372 restroom-sanitary-y (restroom-sanitary-elevation 372.0)) (list 372 -36 -17.125)
     (cons '("TAILOFFSET" 8.0) (restroom-label "4\" SAN" 90.0)))
-  (foreach x '(24 60 96) (restroom-drain x 148 6.0 (list (- 148.0 restroom-cold-y))))
-  (foreach x '(182 218) (restroom-drain x 134 6.0 (list (- 134.0 restroom-cold-y) (- 134.0 restroom-hot-y))))
-  (restroom-drain 306 148 6.0 (list (- 148.0 restroom-cold-y) (- 148.0 restroom-hot-y)))
-  (restroom-drain 24 92 6.0 nil)
-  (foreach x '(73 103 178 214 330) (restroom-drain x restroom-south-end 4.0 nil)))
+  (restroom-arrow "P-SANR" '(310 113 0) '(364 113 0) 12 nil)
+  (restroom-arrow "P-SANR" '(372 105 0) '(372 -36 0) 14 nil)
+  (foreach x '(24 60 96) (restroom-drain x 148 6.0 (list (- 148.0 restroom-cold-y)) nil))
+  (foreach x '(182 218)
+    (restroom-drain x 134 6.0 (list (- 134.0 restroom-cold-y) (- 134.0 restroom-hot-y)) nil))
+  (restroom-drain 306 148 6.0 (list (- 148.0 restroom-cold-y) (- 148.0 restroom-hot-y)) nil)
+  (restroom-drain 24 92 6.0 nil nil)
+  (foreach x '(73 103 178 214 330) (restroom-drain x restroom-south-end 4.0 nil nil))
+  (restroom-floor-drain-branch 150 186 (list (- 186.0 restroom-cold-y)))
+  (restroom-floor-drain-branch 150 54 nil))
 
 ;; The vent rises through the roof beside the main, on an offset of its own.
 (defun restroom-vent (/ scale)
@@ -125,8 +144,18 @@
     '(("VERTICALTYPE" "UP") ("VERTICALRADIUS" 2.0)))
   (setvar "CELTSCALE" scale))
 
+;; Flow and hangers of the supply mains.
+(defun restroom-supply-arrows (/ cold hot)
+  (setq cold restroom-cold-y  hot restroom-hot-y)
+  (restroom-arrow "P-COLD" (list 300 cold 0) (list 215 cold 0) 14 '(8.0 79.0))
+  (restroom-arrow "P-COLD" (list 123 cold 0) (list 19 cold 0) 52 '(10.0 59.0 97.0))
+  (restroom-arrow "P-COLD" '(360 158 0) '(360 206 0) 0 '(6.0))
+  (restroom-arrow "P-HOT" (list 300 hot 0) (list 215 hot 0) 14 '(8.0 79.0))
+  (restroom-arrow "P-HOT" (list 340 211 0) (list 340 hot 0) 26 '(6.0 80.0)))
+
 (defun restroom-piping ()
   (restroom-sanitary)
   (restroom-vent)
   (restroom-hot-water)
-  (restroom-cold-water))
+  (restroom-cold-water)
+  (restroom-supply-arrows))

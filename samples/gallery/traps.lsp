@@ -1,0 +1,18 @@
+;;; A P-trap hangs below the end of its pipe: a leg down, a fitted curve and a leg up, each with its own gaps.
+
+(load "lib/sheet")
+(gallery-frame -14 -44 224 22)
+(defun trap (x breaks) (gallery-pipe "P-SANR" (list x 10 0) (list (+ x 60) 10 0) '(("PTRAP" T) ("PTRAPWIDTH" 26.0))))
+(trap 0 nil)
+(gallery-note 30 -34 "whole")
+(setq pipe (trap 75 nil))
+(vq_plumb-setPipeBreaks pipe 5.0)
+(vq_plumb-pipe-setPtrapPolylineBreaks pipe '("crossing" 14.0))
+(vq_plumb-pipe-setPtrapLine2Breaks pipe '("crossing" 6.0))
+(gallery-pipe "P-HOT" '(125 3 0) '(145 3 0) nil)
+(gallery-pipe "P-HOT" '(112 -21.4 0) '(119.8 -7 0) nil)
+(gallery-note 105 -34 "gaps on its curve and a leg")
+(setq pipe (trap 150 nil))
+(vq_plumb-setPipeBreaks pipe 5.0)
+(vq_plumb-pipe-setPtrapLine1Breaks pipe '("crossing" 2.0))
+(gallery-note 180 -34 "a gap at its top")
