@@ -1,5 +1,5 @@
-// Regeneration of pipes that show all they can: labels in the line, ticks, ten breaks, elbows, an arc and a trap;
-// and of traps that are broken, whose curve goes out in chords.
+// Regeneration of pipes that show all they can: labels in the line, ticks, ten breaks, elbows, an arc and a
+// trap; and of traps that are broken, whose curve goes out in chords.
 //
 // The floor is a bare loop that stores the end points of as many pieces, computed with one sine and cosine a
 // pipe. "allocations" is what the sink that draws nowhere costs for each primitive.

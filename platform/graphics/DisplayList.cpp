@@ -2,11 +2,17 @@
 
 #include "drawing/AcGiTextLook.h"
 
+#include <algorithm>
+#include <cmath>
 #include <numbers>
 
 namespace veldrin {
 
 namespace {
+
+bool isFinite(const AcGePoint3d& p) {
+    return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z);
+}
 
 // Where the numbers of a kind stand.
 enum CircleNumber { kRadius, kNormalX, kNormalY, kNormalZ, kStartX, kStartY, kStartZ, kSweep, kType };
@@ -106,9 +112,16 @@ AcDbExtents DisplayList::extents() const {
 }
 
 void DisplayList::addExtents(std::size_t index, AcDbExtents& extents) const {
+    const AcDbExtents box = extentsOf(index);
+    if (isFinite(box.minPoint()) && isFinite(box.maxPoint())) extents.addExt(box);
+}
+
+AcDbExtents DisplayList::extentsOf(std::size_t index) const {
+    AcDbExtents extents;
     switch (kind(index)) {
     case PrimitiveKind::kPolyline:
     case PrimitiveKind::kPolygon:
+        if (!std::ranges::all_of(points(index), isFinite)) break;
         for (const AcGePoint3d& p : points(index)) extents.addPoint(p);
         break;
     case PrimitiveKind::kCircle: {
@@ -125,8 +138,11 @@ void DisplayList::addExtents(std::size_t index, AcDbExtents& extents) const {
     case PrimitiveKind::kText:
         for (const AcGePoint3d& corner : cornersOf(text(index))) extents.addPoint(corner);
         break;
-    case PrimitiveKind::kFittedCurve: pathOf(fittedCurve(index)).addTo(extents); break;
+    case PrimitiveKind::kFittedCurve:
+        if (std::ranges::all_of(points(index), isFinite)) pathOf(fittedCurve(index)).addTo(extents);
+        break;
     }
+    return extents;
 }
 
 CurvePath pathOf(const AcGiFittedCurve& curve) {

@@ -51,10 +51,12 @@ public:
     void replay(AcGiWorldDraw& draw) const;
     void replay(AcGiWorldDraw& draw, std::size_t index) const; // with the traits as they are
     AcDbExtents extents() const;
+    // A primitive with coordinates that are no finite numbers has no extents, so it is shown nowhere.
     void addExtents(std::size_t index, AcDbExtents& extents) const;
 
 private:
     friend class Recorder;
+    AcDbExtents extentsOf(std::size_t index) const;
 
     struct Primitive {
         PrimitiveKind kind;
