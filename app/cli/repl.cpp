@@ -1,6 +1,8 @@
 #include "cli/Session.h"
 #include "cli/Subcommands.h"
 #include "cli/input.h"
+#include "drawing/AcDbDatabase.h"
+#include "drawing/UndoLog.h"
 #include "editor/Activity.h"
 #include "editor/CommandLine.h"
 #include "editor/CommandRegistry.h"
@@ -94,8 +96,17 @@ private:
         m_host.editorEvents().tell(&AcEditorReactor::lispWillStart, text.c_str());
         const lisp::Outcome outcome = m_host.lisp().runText(text);
         m_host.editorEvents().tell(outcome ? &AcEditorReactor::lispEnded : &AcEditorReactor::lispCancelled);
-        if (outcome) show(outcome.value);
+        if (outcome)
+            show(outcome.value);
+        else
+            endOpenGroup();
         return ending(outcome);
+    }
+
+    // A group that a script began and could not end would swallow all that follows.
+    static void endOpenGroup() {
+        if (AcDbDatabase* database = acdbHostApplicationServices()->workingDatabase())
+            database->undoLog().endGroup();
     }
 
     std::optional<int> command(const std::string& text) {

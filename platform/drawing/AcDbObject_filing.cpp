@@ -121,7 +121,7 @@ Acad::ErrorStatus AcDbObject::dwgInFields(AcDbDwgFiler* filer) {
     filer->readSoftPointerId(owner);
     filer->readHardOwnershipId(dictionary);
     if (veldrin::readChain(*filer, xdata) != Acad::eOk) return filer->filerStatus();
-    if (!owner.isNull()) m_owner = owner;
+    if (!owner.isNull() || filer->filerType() == AcDb::kUndoFiler) m_owner = owner;
     if (!xdata && dictionary.isNull())
         m_extras.reset();
     else

@@ -31,7 +31,10 @@ void UndoLog::closeStep() {
 }
 
 UndoLog::Step& UndoLog::openStep() {
-    if (!m_stepStarted) m_steps.push_back({m_label, {}, false});
+    if (!m_stepStarted) {
+        m_steps.push_back({m_label, {}, false});
+        m_redo.clear();
+    }
     m_stepStarted = true;
     return m_steps.back();
 }

@@ -22,6 +22,9 @@ struct HeaderVariables;
 // they are in no record of state: taking back an append is erasing.
 //
 // Changes outside of any begin and end make a step of their own, which the next begin closes.
+//
+// Taking back swaps: a step is applied in reverse, and each entry becomes what it replaced. So redoing is the
+// same once more, and both restore every object bit by bit.
 class VELDRIN_API UndoLog {
 public:
     enum class Kind { kState, kAppended, kErased, kUnerased, kHeader };
@@ -36,7 +39,15 @@ public:
     struct Step {
         std::string label; // the command that did it
         std::vector<Entry> entries;
-        bool isMark = false;
+        bool isMark = false; // no change, but a place to go back to
+    };
+
+    // What was taken back or done again, in that order. When an object is open or cannot be restored the rest
+    // stays as it was, and the status says why.
+    struct Report {
+        std::vector<Step> steps; // without entries
+        Acad::ErrorStatus status = Acad::eOk;
+        AcDbObjectId culprit;
     };
 
     explicit UndoLog(AcDbDatabase& database);
@@ -46,6 +57,24 @@ public:
     void begin(const std::string& label);
     void end();
     bool isOpen() const { return m_depth > 0; }
+
+    // A group makes one step of many until it ends, within an open step a part of that; a second one ends the
+    // first.
+    void beginGroup(const std::string& label);
+    void endGroup();
+    bool isGroupOpen() const { return m_isGroupOpen; }
+    void mark();
+    bool hasMark() const;
+
+    // Takes back the last steps, as many as there are. A mark counts as a step. What the step that is open has
+    // changed counts as one too.
+    Report undo(std::size_t count);
+    Report undoToMark(); // the mark goes with the rest
+    // Does again what the last undo has taken back, unless something has changed since.
+    Report redo();
+    bool canRedo() const { return !m_redo.empty(); }
+    void clear();
+
     std::uint32_t currentStep() const { return m_serial; }
 
     // For an object that is about to be changed. Files nothing when the step has it already, or while
@@ -64,13 +93,19 @@ public:
     const std::vector<Step>& steps() const { return m_steps; }
 
 private:
+    Acad::ErrorStatus swap(Step& step, AcDbObjectId& culprit);
+    Acad::ErrorStatus swap(Entry& entry);
+    bool isInUse(const Step& step, AcDbObjectId& culprit) const;
+    Report undoSteps(std::size_t count);
     Step& openStep();
     void closeStep();
     void fileEntry(Entry entry);
 
     AcDbDatabase& m_database;
     std::vector<Step> m_steps;
+    std::vector<std::vector<Step>> m_redo; // what each undo took back, in that order
     int m_depth = 0;
+    bool m_isGroupOpen = false;
     std::uint32_t m_serial = 1; // of the step that is open or comes next
     bool m_recording = true;
     bool m_stepStarted = false;

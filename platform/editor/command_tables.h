@@ -16,6 +16,7 @@ std::span<const CommandRow> editCommands();
 std::span<const CommandRow> layerCommands();
 std::span<const CommandRow> styleCommands();
 std::span<const CommandRow> viewCommands();
+std::span<const CommandRow> undoCommands();
 std::span<const CommandRow> drawingCommands();
 std::span<const CommandRow> textCommands();
 std::span<const CommandRow> blockCommands();

@@ -127,9 +127,10 @@ VariableValue commandNames(Host& host, Document*) {
     return fmt::format("{}", fmt::join(host.documents().activities().commandNames(), "'"));
 }
 
-// 1 undo is there, 4 a form at the prompt is one step, 8 a step is open.
+// 1 undo is switched on, 4 a form at the prompt is one step, 8 a group is open.
 VariableValue undoState(Host&, Document* document) {
-    return std::int32_t{5 | (document->database()->undoLog().isOpen() ? 8 : 0)};
+    const UndoLog& log = document->database()->undoLog();
+    return std::int32_t{4 | (log.isRecording() ? 1 : 0) | (log.isGroupOpen() ? 8 : 0)};
 }
 
 constexpr double kNoExtents = 1e20; // of an empty drawing, turned inside out
