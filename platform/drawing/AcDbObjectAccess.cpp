@@ -114,6 +114,13 @@ Acad::ErrorStatus AcDbObjectAccess::addToTable(AcDbSymbolTable& table, AcDbSymbo
     return status;
 }
 
+void AcDbObjectAccess::adoptRecord(AcDbSymbolTable& table, AcDbSymbolTableRecord& record) {
+    record.m_owner = table.objectId();
+    table.m_records.push_back(record.objectId());
+    table.m_indexIsValid = false;
+    slot(table.objectId())->changed = true;
+}
+
 void AcDbObjectAccess::putEntry(AcDbDictionary& dictionary, const std::string& name, AcDbObjectId entry) {
     dictionary.m_entries[name] = entry;
 }

@@ -38,6 +38,8 @@ public:
 
     static void appendToBlock(AcDbBlockTableRecord& block, AcDbObjectId entity);
     static Acad::ErrorStatus addToTable(AcDbSymbolTable& table, AcDbSymbolTableRecord* record);
+    // Lists a record of the database that no table lists.
+    static void adoptRecord(AcDbSymbolTable& table, AcDbSymbolTableRecord& record);
     static void putEntry(AcDbDictionary& dictionary, const std::string& name, AcDbObjectId entry);
     // Null when the table has no such record that is not erased; the table may be open in any way.
     static AcDbObjectId findRecord(AcDbObjectId table, const std::string& name);

@@ -66,8 +66,8 @@ public:
     void mark();
     bool hasMark() const;
 
-    // Takes back the last steps, as many as there are. A mark counts as a step. What the step that is open has
-    // changed counts as one too.
+    // Takes back the last steps, as many as there are. A mark counts as a step. What the step that is open
+    // has changed counts as one too.
     Report undo(std::size_t count);
     Report undoToMark(); // the mark goes with the rest
     // Does again what the last undo has taken back, unless something has changed since.

@@ -56,9 +56,9 @@ Task<void> control(CommandContext& context) {
 
 Task<void> undoCommand(CommandContext& context) {
     UndoLog& log = context.database.undoLog();
-    const Question how{
-        Want::Integer, "Enter the number of operations to undo or [Control/BEgin/End/Mark/Back] <1>:",
-        "Control BEgin End Mark Back", kRefuseZero | kRefuseNegative, nullptr};
+    const Question how{Want::Integer,
+                       "Enter the number of operations to undo or [Control/BEgin/End/Mark/Back] <1>:",
+                       "Control BEgin End Mark Back", kRefuseZero | kRefuseNegative, nullptr};
     const Answer answer = co_await context.input.ask(how);
     if (answer.isNone())
         takeBack(context, 1);

@@ -6,6 +6,7 @@
 #include "files/DrawingReader.h"
 #include "files/DrawingWriter.h"
 #include "files/FileReplacement.h"
+#include "files/drawing_file_checks.h"
 
 #include <fmt/format.h>
 
@@ -92,35 +93,12 @@ void settle(AcDbDatabase& database, DrawingFileLink link) {
     database.setModified(false);
 }
 
-// One line, whatever the reason said.
-std::string complaint(const char* what, const std::string& path, std::string reason) {
-    for (char& c : reason)
-        if (c == '\n' || c == '\r') c = ' ';
-    return fmt::format("Cannot {} drawing {}: {}.", what, path, reason);
-}
-
-std::string whyNotReadable(const std::string& path) {
-    std::error_code error;
-    const fs::file_status status = fs::status(path, error);
-    if (status.type() == fs::file_type::not_found) return "there is no such file";
-    if (error) return error.message();
-    if (fs::is_directory(status)) return "it is a folder";
-    if (fs::file_size(path, error) == 0 && !error) return "it is empty";
-    return {};
-}
-
-// The engine takes a last page that is cut off for one that ends in zeros.
-bool checkLength(SqlFile& file, const std::string& path) {
-    const std::int64_t expected = file.number("pragma page_count") * file.number("pragma page_size");
-    std::error_code error;
-    const auto size = static_cast<std::int64_t>(fs::file_size(path, error));
-    return size >= expected || file.fail("it is damaged (its end is missing)");
-}
-
 std::string readFile(AcDbDatabase& database, const std::string& path, std::string& saveId) {
     SqlFile file(path, SqlFile::Mode::kExisting);
     file.run("begin"); // all that is read is of one save
-    saveId = checkDrawingFormat(file) && checkLength(file, path) ? readSaveId(file) : std::string();
+    if (checkDrawingFormat(file) && !hasWholeLength(file, path))
+        file.fail("it is damaged (its end is missing)");
+    saveId = readSaveId(file);
     if (file.ok()) DrawingReader(file, database).read();
     return file.error();
 }

@@ -5,6 +5,7 @@
 #include "drawing/RecordFiler.h"
 #include "drawing/SlotTable.h"
 #include "drawing/acdb.h"
+#include "drawing/mend_drawing.h"
 #include "files/PictureRecord.h"
 #include "files/header_rows.h"
 #include "runtime/AcRxClass.h"
@@ -44,6 +45,24 @@ bool DrawingReader::read() {
     return true;
 }
 
+bool DrawingReader::readWhatIsThere(std::vector<std::string>& told) {
+    m_losses = &told;
+    if (!readClasses() || !makeObjects() || !readRecords()) return false;
+    if (m_database.slots().size() == 1)
+        return m_file.fail("nothing of it can be read"); // slot 0 is no object
+    const std::vector<std::string> mended = mendDrawing(m_database);
+    told.insert(told.end(), mended.begin(), mended.end());
+    if (!readPictures() || !readHeaderRows(m_file, m_database)) return false;
+    settle();
+    return true;
+}
+
+bool DrawingReader::lose(std::string what) {
+    if (!m_losses) return m_file.fail(std::move(what));
+    m_losses->push_back(std::move(what));
+    return true;
+}
+
 bool DrawingReader::readClasses() {
     SqlStatement rows(m_file, "select name, dxf_name, application, is_entity from classes");
     while (rows.step()) {
@@ -69,8 +88,8 @@ bool DrawingReader::makeObject(const SqlStatement& row) {
     const ClassRow& classRow = classNamed(row.text(1));
     std::unique_ptr<AcDbObject> object = make(classRow, !classRow.rxClass);
     if (row.integer(0) <= 0 || !object)
-        return m_file.fail(fmt::format("object {} of class {} is damaged (there are no such objects)",
-                                       handleText(handle), classRow.names.className));
+        return lose(fmt::format("object {} of class {} is damaged (there are no such objects)",
+                                handleText(handle), classRow.names.className));
     AcDbObjectAccess::add(m_database, object.get(), {}, handle); // cannot fail: handles are the rows' key
     object.release();
     return true;
@@ -96,12 +115,17 @@ std::unique_ptr<AcDbObject> DrawingReader::make(const ClassRow& row, bool asProx
     return std::unique_ptr<AcDbObject>(object);
 }
 
-// The drawing was empty, so its slots are the rows in their order.
+// The drawing was empty, so its slots are the rows in their order, without those of which no object was made.
 bool DrawingReader::readRecords() {
-    SqlStatement rows(m_file, "select class, owner, record from objects order by handle");
-    std::uint32_t number = 0;
-    while (rows.step())
-        if (!readRecord(AcDbObjectId(m_database.generation(), ++number), rows)) return false;
+    SqlStatement rows(m_file, "select class, owner, record, handle from objects order by handle");
+    const SlotTable& slots = m_database.slots();
+    std::uint32_t number = 1;
+    while (rows.step()) {
+        if (number >= slots.size() || slots[number].handle != static_cast<std::uint64_t>(rows.integer(3)))
+            continue;
+        if (!readRecord(AcDbObjectId(m_database.generation(), number), rows)) return false;
+        ++number;
+    }
     return m_file.ok();
 }
 
@@ -120,7 +144,8 @@ bool DrawingReader::readRecord(AcDbObjectId id, const SqlStatement& row) {
         reason = readInto(*slot.object, again, status);
     }
     if (reason.empty()) return true;
-    return m_file.fail(
+    AcDbObjectAccess::setErased(id, true); // half read
+    return lose(
         fmt::format("object {} of class {} is damaged ({})", handleText(slot.handle), row.text(0), reason));
 }
 

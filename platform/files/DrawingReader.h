@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 class AcDbDatabase;
 class AcRxClass;
@@ -21,6 +22,9 @@ public:
     DrawingReader(SqlFile& file, AcDbDatabase& database) : m_file(file), m_database(database) {}
 
     bool read();
+    // The same for a file that may be damaged: objects that cannot be read are left out, and what is missing
+    // is mended. What was lost or mended is told, a line each. False only when the file gives no rows.
+    bool readWhatIsThere(std::vector<std::string>& told);
 
 private:
     struct ClassRow {
@@ -33,6 +37,8 @@ private:
     bool makeObject(const SqlStatement& row);
     const ClassRow& classNamed(std::string_view name);
     std::unique_ptr<AcDbObject> make(const ClassRow& row, bool asProxy) const;
+    // What cannot be read ends the reading or, when losses are taken, is left out.
+    bool lose(std::string what);
     bool readRecords();
     bool readRecord(AcDbObjectId id, const SqlStatement& row);
     bool readPictures();
@@ -42,6 +48,7 @@ private:
     AcDbDatabase& m_database;
     std::unordered_map<std::string, ClassRow> m_classes;
     const ClassRow* m_lastClass = nullptr;
+    std::vector<std::string>* m_losses = nullptr;
 };
 
 } // namespace veldrin

@@ -129,6 +129,13 @@ SqlStatement& SqlStatement::bindBytes(int parameter, std::string_view bytes) {
     return *this;
 }
 
+SqlStatement& SqlStatement::bindValue(int parameter, const SqlStatement& row, int column) {
+    if (m_file.ok())
+        m_file.check(
+            sqlite3_bind_value(m_statement, parameter, sqlite3_column_value(row.m_statement, column)));
+    return *this;
+}
+
 SqlStatement& SqlStatement::clearValues() {
     if (m_statement) sqlite3_clear_bindings(m_statement);
     return *this;

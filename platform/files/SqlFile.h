@@ -64,7 +64,8 @@ public:
     SqlStatement& bind(int parameter, double value);
     SqlStatement& bind(int parameter, std::string_view text);
     SqlStatement& bindBytes(int parameter, std::string_view bytes);
-    SqlStatement& clearValues(); // all null again
+    SqlStatement& bindValue(int parameter, const SqlStatement& row, int column); // of any kind
+    SqlStatement& clearValues();                                                 // all null again
 
     bool step();    // true when there is a row
     bool execute(); // to the end, ready for the next values; false on failure
