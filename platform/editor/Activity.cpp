@@ -25,6 +25,7 @@ ActivityScope::ActivityScope(ActivityStack::Kind kind, std::string name)
 // Not always the innermost one: a command that waited for input may end while something else is at work.
 ActivityScope::~ActivityScope() {
     std::erase_if(m_stack.m_entries, [this](const auto& entry) { return entry.serial == m_serial; });
+    Host::current().documents().autoSaves().look();
 }
 
 UndoStep::UndoStep(const std::string& label) {
@@ -37,6 +38,7 @@ UndoStep::UndoStep(const std::string& label) {
 UndoStep::~UndoStep() {
     if (m_generation == 0) return;
     if (AcDbDatabase* database = Host::current().databases().find(m_generation)) database->undoLog().end();
+    Host::current().documents().autoSaves().look();
 }
 
 } // namespace veldrin

@@ -63,7 +63,7 @@ bool CommandRun::finish() {
         notification = &AcEditorReactor::commandCancelled;
         say(m_context.host, "*Cancel*");
     } catch (const CException& failure) {
-        say(m_context.host, failure.GetErrorMessage());
+        if (!failure.GetErrorMessage().empty()) say(m_context.host, failure.GetErrorMessage());
     } catch (const lisp::Error& failure) {
         say(m_context.host, "error: " + failure.message);
     }

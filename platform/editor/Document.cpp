@@ -1,6 +1,7 @@
 #include "editor/Document.h"
 
 #include "editor/DocumentManager.h"
+#include "files/DrawingHold.h"
 #include "runtime/Host.h"
 #include "ui/UiBackend.h"
 

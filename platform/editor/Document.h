@@ -1,6 +1,7 @@
 #pragma once
 
 #include "drawing/AcDbDatabase.h"
+#include "editor/AutoSaves.h"
 #include "editor/SystemVariables.h"
 #include "editor/acDocManager.h"
 
@@ -10,6 +11,8 @@
 #include <vector>
 
 namespace veldrin {
+
+class DrawingHold;
 
 // An open drawing: its database, its name, its locks, and the system variables that belong to it without
 // being kept in its file.
@@ -30,6 +33,8 @@ public:
     bool isTitled() const { return !m_fileName.empty() && m_fileName.front() == '/'; }
     bool isLocked() const { return !m_locks.empty(); }
     VariableStore& variables() { return m_variables; }
+    AutoSaveState& autoSave() { return m_autoSave; }
+    const AutoSaveState& autoSave() const { return m_autoSave; }
 
 private:
     friend class DocumentManager;
@@ -48,6 +53,8 @@ private:
     std::unique_ptr<AcDbDatabase> m_database;
     std::vector<Lock> m_locks;
     VariableStore m_variables;
+    AutoSaveState m_autoSave;
+    std::unique_ptr<DrawingHold> m_hold; // of its file, if nobody else has it
     bool m_readOnly;
 };
 

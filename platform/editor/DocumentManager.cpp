@@ -3,8 +3,10 @@
 #include "drawing/DatabaseRegistry.h"
 #include "editor/CommandLine.h"
 #include "editor/EditorEvents.h"
+#include "files/DrawingHold.h"
 #include "runtime/Host.h"
 #include "runtime/ModuleLoader.h"
+#include "runtime/afx.h"
 #include "ui/UiBackend.h"
 
 #include <filesystem>
@@ -31,6 +33,22 @@ std::string absolutePath(const std::string& path) {
     return (error ? fs::path(path) : absolute).lexically_normal().string();
 }
 
+// The copy that a program wrote before it ended badly, if the user wants it. One that is not wanted is set
+// aside, since the next one would replace it.
+std::string recoveredCopy(const std::string& drawing) {
+    const std::string copy = AutoSaves::copyBeside(drawing);
+    std::error_code none;
+    if (!fs::exists(copy, none)) return {};
+    const std::string aside = copy + ".bak";
+    const std::string question = fmt::format(
+        "The program that had {} open ended badly and left an automatic save, {}.\n\nGo on with the "
+        "automatic save? If not, it is kept as {}.",
+        drawing, copy, fs::path(aside).filename().string());
+    if (MessageBox(question.c_str(), "Veldrin", MB_YESNO) == IDYES) return copy;
+    fs::rename(copy, aside, none);
+    return {};
+}
+
 } // namespace
 
 std::string drawingPath(const std::string& path) {
@@ -40,6 +58,11 @@ std::string drawingPath(const std::string& path) {
 
 DocumentManager::DocumentManager() = default;
 DocumentManager::~DocumentManager() = default;
+
+void DocumentManager::setDrawingFiles(DrawingFiles files) {
+    m_autoSaves.setWriter(files.saveCopy);
+    m_files = std::move(files);
+}
 
 bool DocumentManager::mayChangeDocuments() const {
     if (Host::current().ui().openWindows() == 0) return true;
@@ -69,7 +92,15 @@ Document* DocumentManager::newDocument(const std::string& path) {
         complain(fmt::format("Cannot make drawing {}: it is open already.", name));
         return nullptr;
     }
-    return admit(name, [] { return std::make_unique<AcDbDatabase>(); });
+    DrawingHold::Attempt attempt;
+    if (!path.empty()) attempt = DrawingHold::take(name);
+    if (!attempt.holder.empty()) {
+        complain(fmt::format("Cannot make drawing {}: it is in use by {}.", name, attempt.holder));
+        return nullptr;
+    }
+    Document* document = admit(name, [] { return std::make_unique<AcDbDatabase>(); });
+    if (document) document->m_hold = std::move(attempt.hold);
+    return document;
 }
 
 Document* DocumentManager::openDocument(const std::string& path) {
@@ -80,9 +111,33 @@ Document* DocumentManager::openDocument(const std::string& path) {
         complain(fmt::format("Cannot open drawing {}: drawing files cannot be read.", name));
         return nullptr;
     }
+    std::error_code none;
+    if (!fs::exists(name, none)) return openFile(name, {});
+    DrawingHold::Attempt attempt = DrawingHold::take(name);
+    Document* document = openFile(name, attempt.hold ? recoveredCopy(name) : std::string());
+    if (!document) return nullptr;
+    document->m_hold = std::move(attempt.hold);
+    document->m_readOnly |= attempt.isDenied || !attempt.holder.empty();
+    if (!attempt.holder.empty())
+        complain(fmt::format("Drawing {} is in use by {}; it is open read-only.", name, attempt.holder));
+    if (attempt.isUnlockable)
+        complain(fmt::format("Drawing {}: its folder keeps no locks, so nothing tells who else has it open.",
+                             name));
+    return document;
+}
+
+// From its own file, or with what a copy of it holds.
+Document* DocumentManager::openFile(const std::string& name, const std::string& recovered) {
     std::string error;
-    Document* document = admit(name, [&] { return m_files.load(name, error); });
-    if (!document) complain(error.empty() ? fmt::format("Cannot open drawing {}.", name) : error);
+    Document* document =
+        admit(name, [&] { return m_files.load(recovered.empty() ? name : recovered, error); });
+    if (!document) {
+        complain(error.empty() ? fmt::format("Cannot open drawing {}.", name) : error);
+        return nullptr;
+    }
+    if (recovered.empty()) return document;
+    document->database()->setModified(true);
+    m_autoSaves.adopt(*document, recovered);
     return document;
 }
 
@@ -99,6 +154,7 @@ Document* DocumentManager::admit(const std::string& fileName, const Maker& makeD
         return nullptr;
     }
     document->setName(fileName);
+    m_autoSaves.restart(*document);
     m_documents.push_back(std::move(made));
     m_reactors.tell(&AcApDocManagerReactor::documentCreated, told);
     return own(told) && activate(document, true) ? document : nullptr;
@@ -124,7 +180,7 @@ void DocumentManager::closeAll() {
 void DocumentManager::remove(Document* document) {
     m_reactors.tell(&AcApDocManagerReactor::documentToBeDestroyed, static_cast<AcApDocument*>(document));
     sendToModules(AcRx::kUnloadDwgMsg, document);
-    dropAutoSave(*document);
+    m_autoSaves.drop(*document);
     std::erase(m_activationOrder, document);
     if (m_active == document) m_active = nullptr;
     if (m_current == document) m_current = nullptr;
@@ -179,14 +235,23 @@ bool DocumentManager::saveAs(AcApDocument* saved, const std::string& path) {
     Document* document = own(saved);
     if (!document || path.empty() || !mayChangeDocuments()) return false;
     const std::string name = drawingPath(path);
-    if (const Document* other = find(name); other && other != document) {
+    const Document* const other = find(name);
+    if (other && other != document) {
         complain(fmt::format("Cannot save as {}: that drawing is open.", name));
+        return false;
+    }
+    DrawingHold::Attempt attempt;
+    const bool needsHold = !document->m_hold || other != document;
+    if (needsHold) attempt = DrawingHold::take(name);
+    if (!attempt.holder.empty()) {
+        complain(fmt::format("Cannot save as {}: it is in use by {}.", name, attempt.holder));
         return false;
     }
     if (!writeForGood(*document, name)) return false;
     // Reactors of the save compare its path with the name that the document had.
     const bool renamed = document->path() != name;
     document->m_readOnly = false;
+    if (needsHold) document->m_hold = std::move(attempt.hold);
     document->setName(name);
     if (renamed)
         m_reactors.tell(&AcApDocManagerReactor::documentTitleUpdated, static_cast<AcApDocument*>(document));
@@ -195,14 +260,7 @@ bool DocumentManager::saveAs(AcApDocument* saved, const std::string& path) {
 
 bool DocumentManager::autoSave(AcApDocument* saved) {
     Document* document = own(saved);
-    if (!document) return false;
-    const std::string stem = fs::path(document->path()).stem().string();
-    const std::string folder = Host::current().variables().text("TEMPPREFIX");
-    const std::string path = fmt::format("{}{}_{}.sv$", folder, stem, getpid());
-    document->m_variables["SAVEFILE"] = path;
-    if (write(*document, path, m_files.saveCopy)) return true;
-    document->m_variables.erase("SAVEFILE");
-    return false;
+    return document && m_autoSaves.saveNow(*document);
 }
 
 // What was written by itself before counts no more when reactors hear of this save; its file goes only when
@@ -210,31 +268,22 @@ bool DocumentManager::autoSave(AcApDocument* saved) {
 bool DocumentManager::writeForGood(Document& document, const std::string& path) {
     VariableStore copy;
     if (auto node = document.m_variables.extract("SAVEFILE")) copy.insert(std::move(node));
-    const bool written = write(document, path, m_files.save);
+    const bool written = write(document, path);
     document.m_variables.merge(copy);
-    if (!written) return false;
-    dropAutoSave(document);
-    return true;
+    if (written) m_autoSaves.drop(document);
+    return written;
 }
 
-void DocumentManager::dropAutoSave(Document& document) {
-    const auto copy = document.m_variables.find("SAVEFILE");
-    if (copy == document.m_variables.end()) return;
-    std::error_code ignored; // the copy may be gone already
-    fs::remove(std::get<std::string>(copy->second), ignored);
-    document.m_variables.erase(copy);
-}
-
-bool DocumentManager::write(Document& document, const std::string& path, const DrawingFiles::Save& save) {
+bool DocumentManager::write(Document& document, const std::string& path) {
     EditorEvents& events = Host::current().editorEvents();
     AcDbDatabase* database = document.database();
-    if (!save) {
+    if (!m_files.save) {
         complain(fmt::format("Cannot write drawing {}: drawing files cannot be written.", path));
         return false;
     }
     events.tell(&AcEditorReactor::beginSave, database, path.c_str());
     std::string error;
-    if (!save(*database, path, error)) {
+    if (!m_files.save(*database, path, error)) {
         events.tell(&AcEditorReactor::abortSave, database);
         complain(error.empty() ? fmt::format("Cannot write drawing {}.", path) : error);
         return false;

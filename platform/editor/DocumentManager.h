@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/Activity.h"
+#include "editor/AutoSaves.h"
 #include "editor/Document.h"
 #include "editor/ReactorList.h"
 #include "runtime/acrx.h"
@@ -31,12 +32,14 @@ public:
     ~DocumentManager() override;
 
     // Without them, opening and saving fail.
-    void setDrawingFiles(DrawingFiles files) { m_files = std::move(files); }
+    void setDrawingFiles(DrawingFiles files);
 
     // A new drawing "Drawing1.vqd", "Drawing2.vqd", ..., current and active; with a path it has that name
     // before the file is there.
     Document* newDocument(const std::string& path = {});
-    // Opens a drawing and makes it current and active; one that is open already is activated.
+    // Opens a drawing and makes it current and active; one that is open already is activated. One that
+    // another program holds is read-only, and a line tells who has it. After a crash the user is asked
+    // whether to go on with the copy that was written automatically.
     Document* openDocument(const std::string& path);
     // Unsaved changes are dropped. Refused while the document is locked, as it is by a command that waits.
     bool closeDocument(AcApDocument* document);
@@ -49,6 +52,7 @@ public:
     bool saveAs(AcApDocument* document, const std::string& path);
     // A copy for the case of a crash; the document keeps its name, the variable SAVEFILE has the copy's.
     bool autoSave(AcApDocument* document);
+    AutoSaves& autoSaves() { return m_autoSaves; }
 
     const std::vector<std::unique_ptr<Document>>& documents() const { return m_documents; }
     // By the name that fileName() gives, or by a path that means the same; null when none is open.
@@ -81,13 +85,13 @@ private:
 
     Document* own(const AcApDocument* document) const; // null when it is none of ours (any more)
     Document* admit(const std::string& fileName, const Maker& makeDatabase);
+    Document* openFile(const std::string& path, const std::string& recovered);
     void makeCurrent(Document* document);
     bool activate(Document* document, bool isNew = false);
     void remove(Document* document);
     void sendToModules(AcRx::AppMsgCode message, Document* document);
-    bool write(Document& document, const std::string& path, const DrawingFiles::Save& save);
+    bool write(Document& document, const std::string& path);
     bool writeForGood(Document& document, const std::string& path);
-    void dropAutoSave(Document& document);
     void setLocks(Document& document, std::vector<Document::Lock> locks);
 
     std::vector<std::unique_ptr<Document>> m_documents;
@@ -96,6 +100,7 @@ private:
     Document* m_active = nullptr;
     int m_lastNumber = 0;
     DrawingFiles m_files;
+    AutoSaves m_autoSaves{*this};
     ReactorList<AcApDocManagerReactor> m_reactors;
     ActivityStack m_activities;
 };

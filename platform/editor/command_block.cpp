@@ -10,6 +10,7 @@
 #include "editor/command_support.h"
 #include "editor/command_tables.h"
 #include "files/DrawingFile.h"
+#include "files/DrawingHold.h"
 #include "runtime/Host.h"
 
 #include <algorithm>
@@ -92,6 +93,8 @@ Task<void> wblockCommand(CommandContext& context) {
     if (file.isNone()) throw InputCancelled();
     const std::string path = drawingPath(file.text);
     if (context.host.documents().find(path)) failCommand(fmt::format("{} is open.", path));
+    const DrawingHold::Attempt attempt = DrawingHold::take(path);
+    if (!attempt.holder.empty()) failCommand(fmt::format("{} is in use by {}.", path, attempt.holder));
     const Answer what = co_await context.input.string(
         "Enter name of existing block or [= (block=output file)/* (whole drawing)] <define new drawing>:");
     if (what.isNone() || what.text.empty()) co_return co_await writeSelection(context, path);

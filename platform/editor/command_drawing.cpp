@@ -1,6 +1,5 @@
-// NEW, PLOT, SETVAR, and every system variable by its name
+// PLOT, SETVAR, and every system variable by its name
 
-#include "editor/DocumentManager.h"
 #include "editor/SystemVariables.h"
 #include "editor/command_support.h"
 #include "editor/command_tables.h"
@@ -13,18 +12,6 @@
 namespace veldrin {
 
 namespace {
-
-Task<void> newCommand(CommandContext& context) {
-    // A script may leave the template out.
-    const EditorInput::Session& session = context.input.session();
-    if (session.asksUser || !session.tokens.empty()) {
-        const Answer model =
-            co_await context.input.string("Enter template file name or [. (for none)] <none>:");
-        if (!model.isNone() && model.text != ".")
-            failCommand(fmt::format("Drawing template \"{}\" cannot be read.", model.text));
-    }
-    if (!context.host.documents().newDocument()) failCommand("No drawing was made.");
-}
 
 std::string shown(const VariableValue& value) {
     if (const auto* integer = std::get_if<std::int32_t>(&value)) return fmt::format("{}", *integer);
@@ -92,7 +79,6 @@ Task<void> plotCommand(CommandContext& context) {
 
 constexpr CommandRow rows[] = {
     {"PLOT", "", plotCommand, kCommandWithoutStep},
-    {"NEW", "", newCommand, kCommandWithoutStep},
     {"SETVAR", "SET", setvarCommand, kCommandTransparent},
 };
 

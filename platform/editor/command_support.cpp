@@ -28,6 +28,10 @@ void failCommand(const std::string& text) {
     throw CException(text);
 }
 
+void failAsTold() {
+    throw CException("");
+}
+
 void requireOk(Acad::ErrorStatus status, std::string_view what) {
     if (status != Acad::eOk) failCommand(fmt::format("{}: {}.", what, acadErrorStatusText(status)));
 }

@@ -21,6 +21,8 @@ void say(const CommandContext& context, const std::string& text);
 void inform(const CommandContext& context, const std::string& text);
 // Ends the command as failed, with this line.
 [[noreturn]] void failCommand(const std::string& text);
+// The same when the line was printed already.
+[[noreturn]] void failAsTold();
 void requireOk(Acad::ErrorStatus status, std::string_view what);
 
 // Objects by the select-objects prompt, each once, without those on locked layers if they are to be edited.

@@ -5,6 +5,7 @@
 #include "drawing/UndoLog.h"
 #include "files/DrawingFile.h"
 #include "files/DrawingFormat.h"
+#include "files/DrawingHold.h"
 #include "files/DrawingReader.h"
 #include "files/DrawingSalvage.h"
 #include "files/FileReplacement.h"
@@ -179,6 +180,11 @@ DrawingReport repairDrawing(const std::string& path) {
     const std::string target = realPath(path);
     if (const std::string problem = whyNotReadable(target); !problem.empty()) {
         report.failure = complaint("repair", path, problem);
+        return report;
+    }
+    const DrawingHold::Attempt attempt = DrawingHold::take(target);
+    if (!attempt.holder.empty()) {
+        report.failure = complaint("repair", path, "it is in use by " + attempt.holder);
         return report;
     }
     const Scratch lengthened(target, ".lengthened");

@@ -79,6 +79,7 @@ std::string save(const AcDbDatabase& database, const std::string& target, const 
         if (file.isBusy()) return file.error();
         if (isDrawing && !(isOurs && link.previousKept)) problem = keepPrevious(file, target);
         if (!problem.empty()) return problem;
+        FileReplacement::dropLeftovers(target);
         if (isOurs) return saveChanges(database, file, saveId);
     }
     return saveWhole(database, target, saveId);

@@ -15,6 +15,8 @@ namespace veldrin {
 
 namespace {
 
+constexpr const char* kEnding = ".saving";
+
 // The engine takes back by this file what a killed program left half-written. Left behind for another file it
 // would be played into that one.
 std::string journalOf(const std::string& path) {
@@ -46,10 +48,14 @@ void syncFolderOf(const std::string& path) {
 } // namespace
 
 FileReplacement::FileReplacement(std::string target)
-    : m_target(std::move(target)), m_path(m_target + ".saving") {
+    : m_target(std::move(target)), m_path(m_target + kEnding) {
+    dropLeftovers(m_target);
+}
+
+void FileReplacement::dropLeftovers(const std::string& target) {
     std::error_code none;
-    fs::remove(m_path, none);
-    fs::remove(journalOf(m_path), none);
+    fs::remove(target + kEnding, none);
+    fs::remove(journalOf(target + kEnding), none);
 }
 
 FileReplacement::~FileReplacement() {

@@ -17,6 +17,9 @@ public:
     // Call it when nobody has the new file open. What went wrong, in words; empty when it took its place.
     std::string commit();
 
+    // What a program that was killed left of a new file for this target goes.
+    static void dropLeftovers(const std::string& target);
+
 private:
     std::string m_target;
     std::string m_path;

@@ -1,8 +1,13 @@
+#include "drawing/AcDbDatabase.h"
 #include "editor/SystemVariables.h"
+#include "files/DrawingHold.h"
 #include "platform/editor/HostTest.h"
 #include "runtime/acrx.h"
+#include "ui/UiBackend.h"
 
+#include <chrono>
 #include <fstream>
+#include <thread>
 
 using veldrin::Document;
 
@@ -107,6 +112,120 @@ TEST_F(SavingTest, whatFailsChangesNothing) {
     EXPECT_EQ(documents().openDocument(folder.file("a")), first);
     EXPECT_EQ(documents().documentCount(), 2);
     EXPECT_EQ(documents().active(), first);
+}
+
+// Automatic saves under a clock that the test moves.
+class AutoSaveTest : public HostTest {
+protected:
+    AutoSaveTest() {
+        documents().autoSaves().setClock([this] { return now; });
+        documents().newDocument(folder.file("a"));
+        change();
+        EXPECT_TRUE(documents().save(documents().current()));
+    }
+    void change() {
+        const veldrin::UndoStep step("test");
+        host->variables().set("LTSCALE", scale() + 1.0);
+    }
+    double scale() { return host->variables().real("LTSCALE"); }
+    bool isCopied() const { return std::filesystem::exists(copy); }
+    // Some time goes by, with something to do at its end; then the copy is waited for.
+    void wait(std::chrono::minutes minutes) {
+        now += minutes;
+        change();
+        for (int i = 0; i < 500 && documents().current()->autoSave().writer != 0; ++i) {
+            now += std::chrono::seconds(2);
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+            documents().autoSaves().look();
+        }
+    }
+
+    std::chrono::steady_clock::time_point now = std::chrono::steady_clock::now();
+    std::string copy = folder.file("a.vqd.sv$");
+};
+
+TEST_F(AutoSaveTest, comesWhenItsTimeIsOverAndSomethingHasChanged) {
+    wait(std::chrono::minutes(9));
+    EXPECT_FALSE(isCopied());
+    wait(std::chrono::minutes(2));
+    EXPECT_TRUE(isCopied());
+    EXPECT_TRUE(documents().current()->database()->isModified());
+    std::filesystem::remove(copy);
+    now += std::chrono::minutes(11);
+    documents().autoSaves().look();
+    EXPECT_EQ(documents().current()->autoSave().writer, 0); // nothing new
+    host->variables().set("SAVETIME", 0);
+    wait(std::chrono::minutes(500));
+    EXPECT_FALSE(isCopied());
+    EXPECT_EQ(takePrinted(), "");
+}
+
+TEST_F(AutoSaveTest, isRemovedAtAGoodEndAndOfferedAfterABadOne) {
+    wait(std::chrono::minutes(11));
+    ASSERT_TRUE(isCopied());
+    const double copied = scale();
+    EXPECT_TRUE(documents().save(documents().current()));
+    EXPECT_FALSE(isCopied());
+    change();
+    EXPECT_TRUE(documents().autoSave(documents().current()));
+    const std::string kept = folder.file("kept");
+    std::filesystem::copy_file(copy, kept);
+    documents().closeDocument(documents().current());
+    EXPECT_FALSE(isCopied());
+
+    // As after a crash: refused it is set aside, accepted it is the drawing, not saved yet.
+    auto& ui = dynamic_cast<veldrin::HeadlessUi&>(host->ui());
+    std::filesystem::copy_file(kept, copy);
+    ui.queue([](const veldrin::WindowRequest&) { return "No"; });
+    Document* document = documents().openDocument(folder.file("a"));
+    EXPECT_EQ(scale(), copied);
+    EXPECT_TRUE(std::filesystem::exists(copy + ".bak"));
+    documents().closeDocument(document);
+
+    std::filesystem::copy_file(kept, copy);
+    document = documents().openDocument(folder.file("a"));
+    EXPECT_EQ(scale(), copied + 1.0);
+    EXPECT_TRUE(document->database()->isModified());
+    EXPECT_EQ(document->path(), folder.file("a.vqd"));
+    EXPECT_TRUE(isCopied());
+    EXPECT_TRUE(documents().save(document));
+    EXPECT_FALSE(isCopied());
+    documents().closeDocument(document);
+    documents().openDocument(folder.file("a"));
+    EXPECT_EQ(scale(), copied + 1.0);
+    EXPECT_EQ(ui.takeLog().size(), 2U);
+}
+
+TEST_F(AutoSaveTest, thatFailsSaysSoAndIsNotThere) {
+    host->variables().set("SAVETIME", 1);
+    std::filesystem::create_directory(copy);
+    wait(std::chrono::minutes(2));
+    const std::string line = takePrinted();
+    EXPECT_TRUE(line.starts_with("Automatic save: Cannot save drawing " + copy)) << line;
+    EXPECT_EQ(std::count(line.begin(), line.end(), '\n'), 1);
+}
+
+// Another host's hold, in this process: a lock of one's own shuts out as well.
+TEST_F(AutoSaveTest, aDrawingThatAnotherHoldsIsReadOnly) {
+    documents().closeDocument(documents().current());
+    {
+        const auto other = veldrin::DrawingHold::take(folder.file("a.vqd"));
+        ASSERT_NE(other.hold, nullptr);
+        Document* document = documents().openDocument(folder.file("a"));
+        ASSERT_NE(document, nullptr);
+        EXPECT_TRUE(document->isReadOnly());
+        EXPECT_NE(takePrinted().find(folder.file("a.vqd") + " is in use by "), std::string::npos);
+        EXPECT_FALSE(documents().save(document));
+        EXPECT_TRUE(takePrinted().ends_with("the file is read-only.\n"));
+        EXPECT_EQ(documents().newDocument(folder.file("a")), nullptr);
+        documents().newDocument();
+        EXPECT_TRUE(documents().saveAs(document, folder.file("b")));
+        EXPECT_FALSE(document->isReadOnly());
+        EXPECT_FALSE(documents().saveAs(documents().current(), folder.file("a")));
+        EXPECT_NE(takePrinted().find("Cannot save as " + folder.file("a.vqd")), std::string::npos);
+    }
+    EXPECT_FALSE(documents().openDocument(folder.file("a"))->isReadOnly());
+    EXPECT_EQ(veldrin::DrawingHold::take(folder.file("b.vqd")).hold, nullptr);
 }
 
 } // namespace

@@ -36,25 +36,6 @@ protected:
     AcDbObjectId line;
 };
 
-// An ordinary user for the time of its life: the superuser may write everywhere.
-class OrdinaryUser {
-public:
-    OrdinaryUser() {
-        m_result = getuid() == 0 ? seteuid(kNobody) : 0;
-        EXPECT_EQ(m_result, 0);
-    }
-    ~OrdinaryUser() {
-        m_result = getuid() == 0 ? seteuid(0) : 0;
-        EXPECT_EQ(m_result, 0);
-    }
-    OrdinaryUser(const OrdinaryUser&) = delete;
-    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
-
-private:
-    static constexpr uid_t kNobody = 65534;
-    int m_result = 0;
-};
-
 // A disk on which no file grows beyond a size.
 class SmallDisk {
 public:
