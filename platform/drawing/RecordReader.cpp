@@ -86,6 +86,14 @@ Acad::ErrorStatus RecordReader::take(ItemType type, std::string_view& payload) {
 
 template<class T>
 Acad::ErrorStatus RecordReader::takeValue(ItemType type, T& value) {
+    // Nearly all that is read: the item that was asked for, whole.
+    const std::string_view record = m_cursor.record;
+    if (m_status == Acad::eOk && record.size() - m_cursor.position > sizeof value &&
+        record[m_cursor.position] == static_cast<char>(type)) {
+        std::memcpy(&value, record.data() + m_cursor.position + 1, sizeof value);
+        m_cursor.position += 1 + sizeof value;
+        return Acad::eOk;
+    }
     std::string_view payload;
     value = T{};
     if (take(type, payload) == Acad::eOk) std::memcpy(&value, payload.data(), sizeof value);

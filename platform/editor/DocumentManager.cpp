@@ -175,6 +175,7 @@ bool DocumentManager::closeDocument(AcApDocument* closing) {
 
 void DocumentManager::closeAll() {
     while (!m_documents.empty()) remove(m_documents.back().get());
+    m_clipboard = {};
 }
 
 void DocumentManager::remove(Document* document) {

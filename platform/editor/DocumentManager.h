@@ -23,6 +23,12 @@ struct DrawingFiles {
     Save saveCopy; // the drawing stays as modified as it was
 };
 
+// Copies of entities, for any drawing of the host, and the point that they are placed by.
+struct Clipboard {
+    std::unique_ptr<AcDbDatabase> drawing; // null: nothing was copied
+    AcGePoint3d base;
+};
+
 // The documents of a host, for modules (AcApDocManager) and for the host itself. Relative paths start at the
 // working directory. What fails leaves everything as it was and prints one line on the command line, where
 // the result is a null or false; no other document is touched.
@@ -62,6 +68,7 @@ public:
     // Runs the work with each document current in turn, and puts the current one back.
     void forEachAsCurrent(const std::function<void(Document&)>& work);
 
+    Clipboard& clipboard() { return m_clipboard; }
     ActivityStack& activities() { return m_activities; }
     // False, with a line printed, while a modal window is open: documents may not come, go or change places.
     bool mayChangeDocuments() const;
@@ -100,6 +107,7 @@ private:
     Document* m_active = nullptr;
     int m_lastNumber = 0;
     DrawingFiles m_files;
+    Clipboard m_clipboard;
     AutoSaves m_autoSaves{*this};
     ReactorList<AcApDocManagerReactor> m_reactors;
     ActivityStack m_activities;

@@ -44,6 +44,28 @@
 (check "the whole has its blocks" (not (not (tblsearch "BLOCK" "bar"))) t)
 (vd-close "all.vqd")
 
+;; From one drawing into another: by the clipboard, with what the copies refer to.
+(command "LAYER" "M" "GAS" "C" "3" "GAS" "M" "RISERS" "C" "4" "RISERS" "S" "0" "")
+(setq here (car (vd-documents))  pipe (vq_plumb-insertPipe 9 '(1 2 30) '(1 8 40)))
+(entmod (subst '(8 . "GAS") (assoc 8 (entget pipe)) (entget pipe)))
+(vq_plumb-setPipeInfo pipe '("HIDDENLAYER" "RISERS"))
+(setq record (vd-record pipe))
+(command "COPYBASE" '(1 2) pipe "")
+(vd-new)
+(command "LAYER" "M" "GAS" "C" "6" "GAS" "S" "0" "")
+(command "PASTECLIP" '(101 52))
+(check "pasted by the base point" (list (dxf 8 (entlast)) (dxf 10 (entlast)) (dxf 11 (entlast)))
+       '("GAS" (101.0 52.0 30.0) (101.0 58.0 40.0)))
+(check "the layer that was there counts, the other comes along"
+       (mapcar '(lambda (n) (cdr (assoc 62 (tblsearch "LAYER" n)))) '("GAS" "RISERS")) '(6 4))
+(command "U")
+(check "taken back in one" (entlast) nil)
+(command "PASTEORIG")
+(defun named (record) (mapcar '(lambda (i) (if (= (car i) "HardPointer") (if (cdr i) (dxf 2 (cdr i))) i)) record))
+(setq pasted (named (vd-record (entlast))))
+(vd-activate here)
+(check "the same record, by the names of what it points at" (equal pasted (named record)) t)
+
 ;; What fails says why, and changes nothing.
 (setq before (entlast))
 (check "no such file" (vd-capture '(lambda () (command "INSERT" "nowhere")))
