@@ -5,6 +5,7 @@
 #include "editor/CommandLine.h"
 #include "editor/CommandRegistry.h"
 #include "editor/DocumentManager.h"
+#include "files/DxfImport.h"
 #include "runtime/ModuleLoader.h"
 #include "scripting/Scripting.h"
 #include "system/ProgramFolders.h"
@@ -94,8 +95,12 @@ Session::~Session() {
 bool Session::start(const Options& options) {
     m_host.commandLine().setArguments(options.arguments);
     makeInstalledKeys();
-    if (!openDrawing(options.drawing)) return false;
-    return options.bare || (loadModule() && loadLispLayer());
+    const auto loadLayers = [&] { return options.bare || (loadModule() && loadLispLayer()); };
+    // What comes from other programs is read into the module's classes; drawings find them later as well.
+    const bool isForeign = veldrin::isExchangeFile(options.drawing);
+    if (isForeign && !loadLayers()) return false;
+    if (!openDrawing(options.drawing, options.onlyLooks)) return false;
+    return isForeign || loadLayers();
 }
 
 // What an installer would have made. Without a place for settings the program works all the same.
@@ -105,7 +110,7 @@ void Session::makeInstalledKeys() {
         tell("cannot write the settings file " + settings.file().string() + ": " + reasonOf(errno));
 }
 
-bool Session::openDrawing(const std::string& path) {
+bool Session::openDrawing(const std::string& path, bool onlyLooks) {
     veldrin::DocumentManager& documents = m_host.documents();
     std::error_code error;
     const fs::path file = drawingFile(path);
@@ -116,10 +121,19 @@ bool Session::openDrawing(const std::string& path) {
         tell("cannot make drawing " + file.string() + ": there is no folder " + folder.string());
         return false;
     }
-    const veldrin::CommandLine::Capture capture(m_host.commandLine());
-    if (documents.openDocument(file.string())) return true;
-    tell(capture.text());
-    return false;
+    using Opening = veldrin::DocumentManager::Opening;
+    std::string told;
+    bool isOpen = false;
+    {
+        const veldrin::CommandLine::Capture capture(m_host.commandLine());
+        isOpen = documents.openDocument(file.string(), onlyLooks ? Opening::kToLook : Opening::kToWork);
+        told = capture.text();
+    }
+    if (!isOpen)
+        tell(told);
+    else if (!onlyLooks)
+        m_host.commandLine().print(told);
+    return isOpen;
 }
 
 bool Session::loadModule() {
@@ -166,7 +180,7 @@ int Session::prepare(const std::string& drawingOrScript, bool& goOn) {
     if (!isScript(drawingOrScript)) {
         const std::string file = drawingFile(drawingOrScript);
         if (!canRead(file)) return kFailed;
-        goOn = start({false, file, {}});
+        goOn = start({false, file, {}, true});
         return goOn ? kDone : kFailed;
     }
     lisp::Outcome outcome;

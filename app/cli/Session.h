@@ -15,6 +15,7 @@ public:
         bool bare = false;                  // neither module nor Lisp layer
         std::string drawing;                // to be opened or made; empty: a new unnamed one
         std::vector<std::string> arguments; // of the script
+        bool onlyLooks = false;             // at the drawing, whoever has it open
     };
 
     Session();
@@ -42,7 +43,7 @@ public:
     void tell(std::string_view message);
 
 private:
-    bool openDrawing(const std::string& path);
+    bool openDrawing(const std::string& path, bool onlyLooks);
     bool loadModule();
     bool loadLispLayer();
     void makeInstalledKeys();

@@ -21,6 +21,7 @@ struct Subcommand {
 Subcommand addRun(CLI::App& program, const std::vector<std::string>& arguments);
 Subcommand addRepl(CLI::App& program);
 Subcommand addPlot(CLI::App& program);
+Subcommand addExport(CLI::App& program);
 Subcommand addInfo(CLI::App& program);
 Subcommand addCheck(CLI::App& program);
 Subcommand addRepair(CLI::App& program);

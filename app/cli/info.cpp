@@ -5,7 +5,7 @@
 #include "drawing/AcDbProxyEntity.h"
 #include "editor/CommandLine.h"
 #include "editor/DocumentManager.h"
-#include "editor/DrawingExtents.h"
+#include "graphics/DrawingExtents.h"
 #include "runtime/AcRxClass.h"
 
 #include <algorithm>

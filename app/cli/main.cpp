@@ -20,6 +20,7 @@ int main(int argc, char** argv) {
     const std::vector<std::string> arguments(argv + 1, argv + argc);
     const std::vector<Subcommand> subcommands{addRun(program, arguments), addRepl(program),
                                               addPlot(program),           addInfo(program),
+                                              addExport(program),
                                               addCheck(program),          addRepair(program)};
     try {
         program.parse(argc, argv);

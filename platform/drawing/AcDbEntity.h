@@ -111,8 +111,11 @@ protected:
 
     // For the exchange readers of classes: offers each group up to the end of the object's data, or its
     // extended data, to `take`, and those that it does not want to the common properties. Markers and groups
-    // that nobody knows are passed over, so that lists written by hand may have any order.
+    // that nobody wants are passed over, so that lists written by hand may have any order.
     Acad::ErrorStatus dxfInGroups(AcDbDxfFiler* filer, const std::function<bool(const AcDbDxfItem&)>& take);
+
+    // Layer, colour, linetype and the like, and what an object's head has.
+    static bool isCommonGroup(int code);
 
 private:
     Acad::ErrorStatus dxfInCommon(const AcDbDxfItem& item, AcDbDxfFiler* filer, bool& known);

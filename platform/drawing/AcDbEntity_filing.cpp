@@ -8,6 +8,8 @@
 #include "drawing/ColorFiling.h"
 #include "drawing/dxf_groups.h"
 
+#include <algorithm>
+
 Acad::ErrorStatus AcDbEntity::dwgOutFields(AcDbDwgFiler* filer) const {
     const Acad::ErrorStatus status = AcDbObject::dwgOutFields(filer);
     if (status != Acad::eOk) return status;
@@ -90,6 +92,15 @@ Acad::ErrorStatus AcDbEntity::dxfOutFields(AcDbDxfFiler* filer) const {
     return filer->filerStatus();
 }
 
+bool AcDbEntity::isCommonGroup(int code) {
+    static constexpr int codes[] = {AcDb::kDxfEntityName,  AcDb::kDxfStart,      AcDb::kDxfHandle,
+                                    AcDb::kDxfSoftPointerId, kCodePaperSpace,    kCodeLayout,
+                                    AcDb::kDxfLayerName,   AcDb::kDxfLinetypeName, AcDb::kDxfColor,
+                                    AcDb::kDxfTrueColor,   AcDb::kDxfLinetypeScale, AcDb::kDxfVisibility,
+                                    AcDb::kDxfLineWeight};
+    return std::find(std::begin(codes), std::end(codes), code) != std::end(codes);
+}
+
 Acad::ErrorStatus AcDbEntity::dxfInCommon(const AcDbDxfItem& item, AcDbDxfFiler* filer, bool& known) {
     known = true;
     AcDbObjectId id;
@@ -141,7 +152,7 @@ Acad::ErrorStatus AcDbEntity::dxfInGroups(AcDbDxfFiler* filer,
     while (status == Acad::eOk && filer->readItem(item) == Acad::eOk) {
         const bool isExtendedData = item.code == AcDb::kDxfXDataStart || item.code >= 1000;
         if (isExtendedData) return filer->pushBackItem();
-        if (item.code == AcDb::kDxfSubclass || take(item)) continue;
+        if (take(item) || item.code == AcDb::kDxfSubclass) continue;
         bool known = false;
         status = dxfInCommon(item, filer, known);
     }

@@ -1,8 +1,11 @@
 #include "drawing/AcDbSpline.h"
 
 #include "drawing/AcDbDwgFiler.h"
+#include "drawing/AcDbObjectExtras.h"
+#include "drawing/DxfListFiler.h"
 #include "drawing/dxf_groups.h"
 #include "drawing/list_lines.h"
+#include "drawing/spline_points.h"
 #include "runtime/AcRxMacros.h"
 
 using veldrin::CurvePath;
@@ -40,6 +43,7 @@ Acad::ErrorStatus AcDbSpline::dwgOutFields(AcDbDwgFiler* filer) const {
         filer->writePoint3d(m_vertices[i]);
         filer->writeDouble(m_bulges[i]);
     }
+    veldrin::writeChain(*filer, m_exchange.get());
     return filer->filerStatus();
 }
 
@@ -61,13 +65,20 @@ Acad::ErrorStatus AcDbSpline::dwgInFields(AcDbDwgFiler* filer) {
         m_vertices.push_back(point);
         m_bulges.push_back(bulge);
     }
-    return filer->filerStatus();
+    m_exchange.reset();
+    return filer->filerStatus() == Acad::eOk ? veldrin::readChain(*filer, m_exchange) : filer->filerStatus();
 }
 
 // As a curve through fit points: the joints of its pieces and the middles of the arcs between them.
 Acad::ErrorStatus AcDbSpline::dxfOutFields(AcDbDxfFiler* filer) const {
     const Acad::ErrorStatus status = AcDbCurve::dxfOutFields(filer);
     if (status != Acad::eOk) return status;
+    if (m_exchange) {
+        filer->writeItem(AcDb::kDxfSubclass, "AcDbSpline");
+        for (const resbuf* group = m_exchange.get(); group; group = group->rbnext)
+            veldrin::writeDxfItem(*filer, *group);
+        return filer->filerStatus();
+    }
     constexpr int kPlanar = 8;
     AcGePoint3dArray fitPoints;
     const CurvePath& curve = *keptPath();
@@ -85,14 +96,59 @@ Acad::ErrorStatus AcDbSpline::dxfOutFields(AcDbDxfFiler* filer) const {
     return filer->filerStatus();
 }
 
-// The shape of a spline comes from a polyline; exchange data changes its common properties alone.
+// Where the shape of a spline comes from a polyline, exchange data changes its common properties alone.
 Acad::ErrorStatus AcDbSpline::dxfInFields(AcDbDxfFiler* filer) {
     const Acad::ErrorStatus status = AcDbCurve::dxfInFields(filer);
     if (status != Acad::eOk) return status;
-    return dxfInGroups(filer, [](const AcDbDxfItem&) { return false; });
+    const bool isExact = !m_exchange && !m_vertices.empty();
+    veldrin::ResbufBuilder groups;
+    const Acad::ErrorStatus read = dxfInGroups(filer, [&](const AcDbDxfItem& item) {
+        const bool isOwn = !isExact && item.code != AcDb::kDxfSubclass && !isCommonGroup(item.code);
+        if (isOwn) veldrin::addDxfItem(groups, item);
+        return isOwn;
+    });
+    veldrin::ResbufPtr taken = groups.take();
+    if (read != Acad::eOk || !taken) return read;
+    m_exchange = std::move(taken);
+    followDefinition();
+    return m_vertices.empty() ? Acad::eInvalidInput : Acad::eOk;
+}
+
+void AcDbSpline::followDefinition() {
+    int degree = 3;
+    std::vector<double> knots, weights;
+    AcGePoint3dArray controls, fitPoints;
+    for (const resbuf* group = m_exchange.get(); group; group = group->rbnext) {
+        const auto& value = group->resval;
+        const AcGePoint3d point(value.rpoint[0], value.rpoint[1], value.rpoint[2]);
+        switch (group->restype) {
+        case 10: controls.push_back(point); break;
+        case 11: fitPoints.push_back(point); break;
+        case 40: knots.push_back(value.rreal); break;
+        case 41: weights.push_back(value.rreal); break;
+        case 70: m_closed = (value.rint & 1) != 0; break;
+        case 71: degree = value.rint; break;
+        case AcDb::kDxfNormalX:
+            if (!point.asVector().isZeroLength()) m_normal = point.asVector().normal();
+            break;
+        default: break;
+        }
+    }
+    m_vertices = veldrin::splinePoints(degree, knots, controls, weights);
+    if (m_vertices.empty()) m_vertices = veldrin::pointsThrough(fitPoints, m_closed);
+    // A closed path comes back to its first vertex by itself.
+    if (m_closed && m_vertices.size() > 2 && m_vertices.front().isEqualTo(m_vertices.back())) m_vertices.pop_back();
+    m_bulges.assign(m_vertices.size(), 0.0);
+    m_path.reset();
 }
 
 bool AcDbSpline::subWorldDraw(AcGiWorldDraw* draw) {
+    if (m_exchange) {
+        AcGePoint3dArray row = m_vertices;
+        if (m_closed && !row.empty()) row.push_back(row.front());
+        draw->geometry().polyline(static_cast<Adesk::UInt32>(row.size()), row.data());
+        return true;
+    }
     draw->geometry().fittedCurve({m_vertices, m_vertices, m_bulges, m_normal, m_closed});
     return true;
 }
@@ -106,12 +162,34 @@ void AcDbSpline::subList() const {
 
 Acad::ErrorStatus AcDbSpline::subTransformBy(const AcGeMatrix3d& matrix) {
     if (matrix.isSingular()) return Acad::eInvalidInput;
+    if (m_exchange) return transformDefinition(matrix);
     if (matrix.scaleInPlane(m_normal) == 0.0) return Acad::eCannotScaleNonUniformly;
     m_path.reset();
     for (AcGePoint3d& p : m_vertices) p.transformBy(matrix);
     if (matrix.det() < 0.0)
         for (double& bulge : m_bulges) bulge = -bulge;
     m_normal.transformBy(matrix).normalize();
+    return Acad::eOk;
+}
+
+// Points are moved, tangents at the ends turned and stretched; knots and weights stay.
+Acad::ErrorStatus AcDbSpline::transformDefinition(const AcGeMatrix3d& matrix) {
+    for (resbuf* group = m_exchange.get(); group; group = group->rbnext) {
+        double* const at = group->resval.rpoint;
+        AcGePoint3d point(at[0], at[1], at[2]);
+        if (group->restype == 10 || group->restype == 11)
+            point.transformBy(matrix);
+        else if (group->restype == 12 || group->restype == 13 || group->restype == AcDb::kDxfNormalX) {
+            AcGeVector3d vector = point.asVector();
+            vector.transformBy(matrix);
+            point = AcGePoint3d(vector.x, vector.y, vector.z);
+        } else
+            continue;
+        at[0] = point.x;
+        at[1] = point.y;
+        at[2] = point.z;
+    }
+    followDefinition();
     return Acad::eOk;
 }
 

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "drawing/AcDbPathCurve.h"
+#include "runtime/ResbufChain.h"
 
 #include <memory>
 
-// A free curve. Here it is made from a polyline (getSpline) and keeps that polyline's exact shape: a row of
-// straight and arc pieces that are smooth where the polyline is, measured along like it.
+// A free curve. Made from a polyline (getSpline) it keeps that polyline's exact shape: a row of straight and arc
+// pieces that are smooth where the polyline is, measured along like it. From exchange data it keeps the groups
+// that define it and is a row of short straight pieces along the B-spline that they mean.
 class VELDRIN_API AcDbSpline : public veldrin::PathCurve {
 public:
     ACRX_DECLARE_MEMBERS(AcDbSpline);
@@ -35,6 +37,10 @@ protected:
     Acad::ErrorStatus subExplode(std::vector<AcDbEntity*>& pieces) const override;
 
 private:
+    void followDefinition();
+    Acad::ErrorStatus transformDefinition(const AcGeMatrix3d& matrix);
+
+    veldrin::ResbufPtr m_exchange; // null for one that was made from a polyline
     AcGePoint3dArray m_vertices;
     AcGeDoubleArray m_bulges;
     bool m_closed = false;

@@ -52,12 +52,12 @@ std::string bytesOf(const std::string& hex) {
     return bytes;
 }
 
-AcDbDxfItem::Kind textKind(int code) {
+} // namespace
+
+AcDbDxfItem::Kind dxfTextKind(int code) {
     if (isBytes(code)) return AcDbDxfItem::kBytes;
     return isHandle(code) ? AcDbDxfItem::kHandle : AcDbDxfItem::kText;
 }
-
-} // namespace
 
 AcDbDxfItem dxfItemOf(const resbuf& group) {
     AcDbDxfItem item;
@@ -65,7 +65,7 @@ AcDbDxfItem dxfItemOf(const resbuf& group) {
     const ads_u_val& value = group.resval;
     switch (acutGroupCodeKind(item.code)) {
     case RTSTR:
-        item.kind = textKind(item.code);
+        item.kind = dxfTextKind(item.code);
         item.text = item.kind == AcDbDxfItem::kBytes ? bytesOf(textOf(group)) : textOf(group);
         break;
     case RTREAL:

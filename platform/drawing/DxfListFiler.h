@@ -76,6 +76,9 @@ private:
     std::size_t m_position = 0;          // over the common ones, then the own
 };
 
+// What the text of a code is: bytes as hexadecimal digits, a handle, or text.
+VELDRIN_API AcDbDxfItem::Kind dxfTextKind(int code);
+
 // One group in its two forms.
 VELDRIN_API AcDbDxfItem dxfItemOf(const resbuf& group);
 VELDRIN_API void addDxfItem(ResbufBuilder& chain, const AcDbDxfItem& item);

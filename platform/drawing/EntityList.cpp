@@ -2,6 +2,7 @@
 
 #include "drawing/AcDbDatabase.h"
 #include "drawing/AcDbEntity.h"
+#include "drawing/AcDbForeignEntity.h"
 #include "drawing/AcDbLayerTable.h"
 #include "drawing/AcDbObjectAccess.h"
 #include "drawing/DxfListFiler.h"
@@ -120,6 +121,8 @@ bool isOnLockedLayer(const AcDbObject& object) {
 } // namespace
 
 std::string dxfNameOf(const AcDbObject& object) {
+    const auto* foreign = dynamic_cast<const AcDbForeignEntity*>(&object);
+    if (foreign && !foreign->dxfName().empty()) return foreign->dxfName();
     const std::string& name = object.isA()->dxfName();
     return name.empty() ? object.isA()->name() : name;
 }

@@ -52,6 +52,18 @@ bool bringsReferencesTo(const AcDbDatabase& drawing, const AcDbDatabase& target,
     });
 }
 
+// The records that the target lacks; blocks without a name of their own come with what refers to them.
+std::vector<AcDbObjectId> missingRecords(AcDbObjectId from, AcDbObjectId in) {
+    const AcDbObjectPointer<AcDbSymbolTable> table(from);
+    std::vector<AcDbObjectId> missing;
+    for (const AcDbObjectId id : table->recordIds()) {
+        const auto* record = static_cast<const AcDbSymbolTableRecord*>(AcDbObjectAccess::object(id));
+        const bool isNamed = !record->getName().starts_with('*');
+        if (isNamed && AcDbObjectAccess::findRecord(in, record->getName()).isNull()) missing.push_back(id);
+    }
+    return missing;
+}
+
 } // namespace
 
 std::vector<AcDbObjectId> livingEntities(AcDbObjectId blockId) {
@@ -101,6 +113,30 @@ Acad::ErrorStatus copyInto(AcDbObjectId block, const std::vector<AcDbObjectId>& 
         status = copy ? copy->transformBy(placing) : copy.openStatus();
     }
     return status;
+}
+
+Acad::ErrorStatus mergeDrawing(AcDbDatabase& target, AcDbDatabase& source) {
+    AcDbIdMapping mapping;
+    const auto take = [&](const std::vector<AcDbObjectId>& ids, AcDbObjectId owner) {
+        return ids.empty() ? Acad::eOk : source.deepCloneObjects(ids, owner, mapping);
+    };
+    const std::pair<AcDbObjectId, AcDbObjectId> tables[] = {
+        {source.linetypeTableId(), target.linetypeTableId()},
+        {source.layerTableId(), target.layerTableId()},
+        {source.textStyleTableId(), target.textStyleTableId()},
+        {source.regAppTableId(), target.regAppTableId()},
+        {source.blockTableId(), target.blockTableId()},
+    };
+    for (const auto& [from, to] : tables) {
+        // One at a time: a block may have brought the next one along.
+        for (const AcDbObjectId id : missingRecords(from, to)) {
+            const auto* record = static_cast<const AcDbSymbolTableRecord*>(AcDbObjectAccess::object(id));
+            if (!AcDbObjectAccess::findRecord(to, record->getName()).isNull()) continue;
+            if (const Acad::ErrorStatus status = take({id}, to); status != Acad::eOk) return status;
+        }
+    }
+    const Acad::ErrorStatus status = take(livingEntities(source.modelSpaceId()), target.modelSpaceId());
+    return status == Acad::eOk ? take(livingEntities(source.paperSpaceId()), target.paperSpaceId()) : status;
 }
 
 Acad::ErrorStatus drawingOf(AcDbDatabase& source, const std::vector<AcDbObjectId>& entities,

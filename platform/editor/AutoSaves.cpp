@@ -45,13 +45,6 @@ std::string readAll(int file) {
     }
 }
 
-// The half-written file of a writer that was stopped goes too.
-void removeCopy(const std::string& path) {
-    std::error_code ignored; // it may be gone already
-    fs::remove(path, ignored);
-    FileReplacement::dropLeftovers(path);
-}
-
 } // namespace
 
 AutoSaves::AutoSaves(DocumentManager& documents) : m_documents(documents) {}
@@ -110,9 +103,9 @@ bool AutoSaves::start(Document& document) {
         const ssize_t told = write(ends[1], problem.data(), problem.size());
         _exit(written && told >= 0 ? kDone : kFailed);
     }
-    close(ends[1]);
+    ::close(ends[1]);
     if (writer < 0) {
-        close(ends[0]);
+        ::close(ends[0]);
         return conclude(document, "the system gives no process");
     }
     state.writer = writer;
@@ -129,7 +122,7 @@ bool AutoSaves::finish(Document& document, bool wait) {
     while (ended < 0 && errno == EINTR);
     if (ended == 0) return true;
     std::string problem = readAll(state.messages);
-    close(state.messages);
+    ::close(state.messages);
     state.writer = 0;
     state.messages = -1;
     const bool written = ended > 0 && WIFEXITED(status) && WEXITSTATUS(status) == kDone;
@@ -162,22 +155,36 @@ void AutoSaves::restart(Document& document) {
     document.autoSave().lastChange = document.database()->graphicsGeneration();
 }
 
+void AutoSaves::stopWriter(AutoSaveState& state) {
+    if (state.writer == 0) return;
+    kill(state.writer, SIGKILL);
+    while (waitpid(state.writer, nullptr, 0) < 0 && errno == EINTR) {
+    }
+    ::close(state.messages);
+    state.writer = 0;
+    state.messages = -1;
+    FileReplacement::dropLeftovers(state.path);
+}
+
 void AutoSaves::drop(Document& document) {
     AutoSaveState& state = document.autoSave();
-    if (state.writer != 0) {
-        kill(state.writer, SIGKILL);
-        while (waitpid(state.writer, nullptr, 0) < 0 && errno == EINTR) {
-        }
-        close(state.messages);
-    }
-    if (!state.path.empty()) removeCopy(state.path);
+    stopWriter(state);
+    std::error_code ignored; // it may be gone already
+    if (!state.path.empty()) fs::remove(state.path, ignored);
     state = {};
     document.variables().erase("SAVEFILE");
     restart(document);
 }
 
+void AutoSaves::close(Document& document) {
+    stopWriter(document.autoSave());
+    if (document.autoSave().isRecovered) document.autoSave().path.clear();
+    drop(document);
+}
+
 void AutoSaves::adopt(Document& document, const std::string& copy) {
     restart(document);
+    document.autoSave().isRecovered = true;
     document.autoSave().path = copy;
     document.variables()["SAVEFILE"] = copy;
 }

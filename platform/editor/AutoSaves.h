@@ -21,6 +21,7 @@ struct AutoSaveState {
     std::chrono::steady_clock::time_point lastTime{}; // when it was opened, saved or copied last
     std::uint64_t lastChange = 0;                     // the drawing's count of changes then
     std::string path;                                 // the copy, being written or there; empty without one
+    bool isRecovered = false;                         // an earlier session left it
     pid_t writer = 0;                                 // 0: none
     int messages = -1;                                // where the writer tells what failed
 };
@@ -50,8 +51,10 @@ public:
 
     // The interval begins anew: the drawing was opened or saved.
     void restart(Document& document);
-    // The copy goes, also one that is being written.
+    // The copy goes, also one that is being written: the drawing is safe.
     void drop(Document& document);
+    // The same at the end of the document. A copy that an earlier session left, and that nobody has saved yet, stays.
+    void close(Document& document);
     // The document goes on with a copy that an earlier session left.
     void adopt(Document& document, const std::string& copy);
 
@@ -62,6 +65,7 @@ private:
     bool isDue(const Document& document, Clock::time_point now) const;
     bool start(Document& document);
     bool finish(Document& document, bool wait);
+    static void stopWriter(AutoSaveState& state);
     bool conclude(Document& document, const std::string& problem);
 
     DocumentManager& m_documents;

@@ -103,7 +103,7 @@ Document* DocumentManager::newDocument(const std::string& path) {
     return document;
 }
 
-Document* DocumentManager::openDocument(const std::string& path) {
+Document* DocumentManager::openDocument(const std::string& path, Opening opening) {
     if (!mayChangeDocuments()) return nullptr;
     if (Document* open = find(path)) return activate(open) ? open : nullptr;
     const std::string name = drawingPath(path);
@@ -112,7 +112,11 @@ Document* DocumentManager::openDocument(const std::string& path) {
         return nullptr;
     }
     std::error_code none;
-    if (!fs::exists(name, none)) return openFile(name, {});
+    if (opening == Opening::kToLook || !fs::exists(name, none)) {
+        Document* const looked = openFile(name, {});
+        if (looked) looked->m_readOnly = true;
+        return looked;
+    }
     DrawingHold::Attempt attempt = DrawingHold::take(name);
     Document* document = openFile(name, attempt.hold ? recoveredCopy(name) : std::string());
     if (!document) return nullptr;
@@ -181,7 +185,7 @@ void DocumentManager::closeAll() {
 void DocumentManager::remove(Document* document) {
     m_reactors.tell(&AcApDocManagerReactor::documentToBeDestroyed, static_cast<AcApDocument*>(document));
     sendToModules(AcRx::kUnloadDwgMsg, document);
-    m_autoSaves.drop(*document);
+    m_autoSaves.close(*document);
     std::erase(m_activationOrder, document);
     if (m_active == document) m_active = nullptr;
     if (m_current == document) m_current = nullptr;

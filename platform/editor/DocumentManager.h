@@ -46,7 +46,9 @@ public:
     // Opens a drawing and makes it current and active; one that is open already is activated. One that
     // another program holds is read-only, and a line tells who has it. After a crash the user is asked
     // whether to go on with the copy that was written automatically.
-    Document* openDocument(const std::string& path);
+    // Who only looks asks and holds nothing, and cannot save under that name.
+    enum class Opening { kToWork, kToLook };
+    Document* openDocument(const std::string& path, Opening opening = Opening::kToWork);
     // Unsaved changes are dropped. Refused while the document is locked, as it is by a command that waits.
     bool closeDocument(AcApDocument* document);
     // Ends all, without activating one after the other.

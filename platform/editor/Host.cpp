@@ -10,6 +10,8 @@
 #include "editor/LispServices.h"
 #include "editor/SystemVariables.h"
 #include "files/DrawingFile.h"
+#include "files/DxfExport.h"
+#include "files/DxfImport.h"
 #include "graphics/Recorder.h"
 #include "lisp/Engine.h"
 #include "runtime/ModuleLoader.h"
@@ -32,6 +34,32 @@ void require(bool condition, const char* fault) {
     std::abort();
 }
 
+// Drawings from exchange files, which go back into them.
+std::unique_ptr<AcDbDatabase> loadExchange(const std::string& path, std::string& error) {
+    DxfImportReport report;
+    auto imported = importDxf(path, report);
+    if (const auto* problem = std::get_if<std::string>(&imported)) {
+        error = *problem;
+        return nullptr;
+    }
+    for (const std::string& line : report.lines()) Host::current().commandLine().print(line + "\n");
+    auto database = std::move(std::get<std::unique_ptr<AcDbDatabase>>(imported));
+    database->setFileLink({{}, {}, false, report.version});
+    database->setModified(false);
+    return database;
+}
+
+// In the version that it came in, as far as that is written.
+bool saveExchange(AcDbDatabase& database, const std::string& path, std::string& error) {
+    DxfExportOptions options;
+    options.version = dxfVersionNamed(database.fileLink().exchangeVersion).value_or(DxfVersion::kR2000);
+    std::vector<std::string> losses;
+    error = exportDxf(database, path, options, losses).value_or(std::string());
+    for (const std::string& line : losses) Host::current().commandLine().print(line + "\n");
+    if (error.empty()) database.setModified(false);
+    return error.empty();
+}
+
 bool keepError(const std::optional<std::string>& problem, std::string& error) {
     error = problem.value_or(std::string());
     return !problem;
@@ -40,12 +68,14 @@ bool keepError(const std::optional<std::string>& problem, std::string& error) {
 DrawingFiles drawingFiles() {
     DrawingFiles files;
     files.load = [](const std::string& path, std::string& error) -> std::unique_ptr<AcDbDatabase> {
+        if (isExchangeFile(path)) return loadExchange(path, error);
         auto opened = openDrawing(path);
         if (auto* database = std::get_if<std::unique_ptr<AcDbDatabase>>(&opened)) return std::move(*database);
         error = std::get<std::string>(opened);
         return nullptr;
     };
     files.save = [](AcDbDatabase& database, const std::string& path, std::string& error) {
+        if (isExchangeFile(path)) return saveExchange(database, path, error);
         return keepError(saveDrawing(database, path), error);
     };
     files.saveCopy = [](AcDbDatabase& database, const std::string& path, std::string& error) {

@@ -20,6 +20,7 @@ std::span<const CommandRow> undoCommands();
 std::span<const CommandRow> drawingCommands();
 std::span<const CommandRow> fileCommands();
 std::span<const CommandRow> clipboardCommands();
+std::span<const CommandRow> exchangeCommands();
 std::span<const CommandRow> textCommands();
 std::span<const CommandRow> blockCommands();
 std::span<const CommandRow> insertCommands();

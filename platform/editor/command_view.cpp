@@ -1,6 +1,6 @@
 // UCS, ZOOM, REGEN, REGENALL, REDRAW
 
-#include "editor/DrawingExtents.h"
+#include "graphics/DrawingExtents.h"
 #include "editor/SystemVariables.h"
 #include "editor/command_support.h"
 #include "editor/command_tables.h"

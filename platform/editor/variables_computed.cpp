@@ -2,7 +2,7 @@
 #include "drawing/UndoLog.h"
 #include "editor/CommandLine.h"
 #include "editor/DocumentManager.h"
-#include "editor/DrawingExtents.h"
+#include "graphics/DrawingExtents.h"
 #include "editor/VariableTable.h"
 #include "runtime/Host.h"
 #include "ui/UiBackend.h"

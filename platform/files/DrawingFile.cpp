@@ -111,7 +111,7 @@ std::optional<std::string> saveDrawing(AcDbDatabase& database, const std::string
     const std::string saveId = newSaveId();
     const std::string problem = save(database, target, saveId);
     if (!problem.empty()) return complaint("save", path, problem);
-    settle(database, {target, saveId, true});
+    settle(database, {target, saveId, true, {}});
     return std::nullopt;
 }
 
@@ -132,7 +132,7 @@ std::variant<std::unique_ptr<AcDbDatabase>, std::string> openDrawing(const std::
     if (problem.empty()) problem = readFile(*database, target, saveId);
     database->undoLog().setRecording(true);
     if (!problem.empty()) return complaint("open", path, problem);
-    settle(*database, {target, saveId, false});
+    settle(*database, {target, saveId, false, {}});
     std::error_code none;
     database->setFilename(fs::absolute(path, none).string());
     return database;

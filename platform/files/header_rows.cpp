@@ -2,6 +2,7 @@
 
 #include "drawing/AcDbDatabase.h"
 #include "drawing/SlotTable.h"
+#include "files/header_members.h"
 
 #include <fmt/format.h>
 
@@ -17,32 +18,6 @@ namespace veldrin {
 namespace {
 
 constexpr const char* kHandleSeed = "HANDSEED";
-
-using Member =
-    std::variant<int HeaderVariables::*, std::int16_t HeaderVariables::*, double HeaderVariables::*,
-                 AcDbObjectId HeaderVariables::*, AcCmColor HeaderVariables::*,
-                 AcGePoint3d HeaderVariables::*, AcGeVector3d HeaderVariables::*>;
-
-struct Row {
-    const char* name;
-    Member member;
-};
-
-const Row kRows[] = {
-    {"CLAYER", &HeaderVariables::clayer},       {"CELTYPE", &HeaderVariables::celtype},
-    {"CECOLOR", &HeaderVariables::cecolor},     {"CELWEIGHT", &HeaderVariables::celweight},
-    {"CELTSCALE", &HeaderVariables::celtscale}, {"LTSCALE", &HeaderVariables::ltscale},
-    {"TEXTSTYLE", &HeaderVariables::textstyle}, {"TEXTSIZE", &HeaderVariables::textsize},
-    {"ELEVATION", &HeaderVariables::elevation}, {"UCSORG", &HeaderVariables::ucsOrigin},
-    {"UCSXDIR", &HeaderVariables::ucsXDir},     {"UCSYDIR", &HeaderVariables::ucsYDir},
-    {"LUNITS", &HeaderVariables::lunits},       {"LUPREC", &HeaderVariables::luprec},
-    {"AUNITS", &HeaderVariables::aunits},       {"AUPREC", &HeaderVariables::auprec},
-    {"ANGBASE", &HeaderVariables::angbase},     {"ANGDIR", &HeaderVariables::angdir},
-    {"INSUNITS", &HeaderVariables::insunits},   {"MEASUREMENT", &HeaderVariables::measurement},
-    {"ORTHOMODE", &HeaderVariables::orthomode}, {"MIRRTEXT", &HeaderVariables::mirrtext},
-    {"ATTREQ", &HeaderVariables::attreq},       {"PDMODE", &HeaderVariables::pdmode},
-    {"PDSIZE", &HeaderVariables::pdsize},       {"FILLMODE", &HeaderVariables::fillmode},
-};
 
 // Binds one value of each kind; texts live here until the statement has run.
 class RowBinder {
@@ -136,7 +111,7 @@ private:
 bool writeHeaderRows(SqlFile& file, const AcDbDatabase& database) {
     const HeaderVariables& header = database.header();
     SqlStatement statement(file, "insert or replace into header values(?, ?)");
-    for (const Row& row : kRows) {
+    for (const HeaderMember& row : headerMembers()) {
         RowBinder binder(statement.bind(1, std::string_view(row.name)));
         std::visit([&](auto member) { binder(header.*member); }, row.member);
         statement.execute();
@@ -153,8 +128,8 @@ bool readHeaderRows(SqlFile& file, AcDbDatabase& database) {
         const std::string_view name = rows.text(0);
         if (name == kHandleSeed && rows.isNumber(1) && rows.integer(1) > 0)
             database.slots().reserveHandlesBelow(static_cast<std::uint64_t>(rows.integer(1)));
-        const auto row = std::ranges::find(kRows, name, &Row::name);
-        if (row == std::end(kRows)) continue;
+        const auto row = std::ranges::find(headerMembers(), name, &HeaderMember::name);
+        if (row == headerMembers().end()) continue;
         const RowReader reader(rows, database);
         std::visit([&](auto member) { reader(header.*member); }, row->member);
     }

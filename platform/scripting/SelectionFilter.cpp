@@ -2,6 +2,7 @@
 
 #include "drawing/AcDbBlockTable.h"
 #include "drawing/AcDbEntity.h"
+#include "drawing/EntityList.h"
 #include "lisp/Args.h"
 #include "lisp/Error.h"
 #include "lisp/Printer.h"
@@ -36,7 +37,7 @@ public:
     // nil when it has no such group.
     Value group(int code) const {
         switch (code) {
-        case 0: return Value::text(m_entity->isA()->dxfName());
+        case 0: return Value::text(veldrin::dxfNameOf(*m_entity));
         case 5: return Value::text(m_entity->handle().text());
         case 6: return Value::text(m_entity->linetype());
         case 8: return Value::text(m_entity->layer());

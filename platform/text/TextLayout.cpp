@@ -243,4 +243,34 @@ void TextLayout::strokes(const std::function<void(std::span<const AcGePoint2d>)>
     }
 }
 
+// Words are pieces of their own; on a baseline they are one text again.
+void TextLayout::rows(const PutLetters& putLetters, const PutLine& putLine) const {
+    Piece row;
+    const auto flush = [&] {
+        while (row.text.ends_with(U' ')) row.text.pop_back();
+        if (!row.text.empty()) putLetters(row.text, row.at, row.height, row.widthFactor, row.oblique);
+        row = Piece();
+    };
+    for (const Line& line : m_lines) {
+        const AcGeVector2d start(lineStart(line), line.baseline);
+        for (const Piece& piece : line.pieces) {
+            if (piece.text.empty()) {
+                if (piece.height == 0.0) putLine(piece.at + start, piece.to + start);
+                continue;
+            }
+            const bool goesOn = !row.text.empty() && piece.height == row.height &&
+                                piece.widthFactor == row.widthFactor && piece.oblique == row.oblique &&
+                                piece.at.y + start.y == row.at.y && piece.at.x + start.x > row.at.x;
+            if (goesOn) {
+                row.text += piece.text;
+                continue;
+            }
+            flush();
+            row = piece;
+            row.at = piece.at + start;
+        }
+        flush();
+    }
+}
+
 } // namespace veldrin

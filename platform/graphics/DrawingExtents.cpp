@@ -1,4 +1,4 @@
-#include "editor/DrawingExtents.h"
+#include "graphics/DrawingExtents.h"
 
 #include "drawing/AcDbBlockTable.h"
 #include "drawing/AcDbDatabase.h"

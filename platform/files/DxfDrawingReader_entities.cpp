@@ -1,0 +1,293 @@
+#include "drawing/AcDb2dPolyline.h"
+#include "drawing/AcDbAttribute.h"
+#include "drawing/AcDbBlockReference.h"
+#include "drawing/AcDbBlockTable.h"
+#include "drawing/AcDbForeignEntity.h"
+#include "drawing/AcDbObjectAccess.h"
+#include "drawing/AcDbRegAppTable.h"
+#include "drawing/AcDbProxyEntity.h"
+#include "drawing/DxfListFiler.h"
+#include "drawing/RecordFiler.h"
+#include "drawing/acdb.h"
+#include "drawing/dxf_groups.h"
+#include "files/DxfDrawingReader.h"
+#include "files/dxf_records.h"
+#include "runtime/AcRxClass.h"
+
+#include <algorithm>
+#include <cmath>
+#include <fmt/format.h>
+
+namespace veldrin {
+
+namespace {
+
+constexpr int kFlags = 70;
+constexpr int kPolyline3d = 8;
+constexpr int kMeshes = 16 | 64;
+constexpr int kVertexByFit = 1;
+constexpr int kVertexBySpline = 8;
+
+bool isClose(double a, double b) {
+    constexpr double kTolerance = 1e-9;
+    return std::abs(a - b) <= kTolerance * std::max(1.0, std::abs(a));
+}
+
+bool isSameValue(const resbuf& own, const AcDbDxfItem& item) {
+    const AcDbDxfItem mine = dxfItemOf(own);
+    if (mine.kind != item.kind) return false;
+    switch (item.kind) {
+    case AcDbDxfItem::kReal: return isClose(mine.real, item.real);
+    case AcDbDxfItem::kPoint:
+        return isClose(mine.point.x, item.point.x) && isClose(mine.point.y, item.point.y) &&
+               isClose(mine.point.z, item.point.z);
+    case AcDbDxfItem::kId: return mine.id == item.id;
+    case AcDbDxfItem::kInt16:
+    case AcDbDxfItem::kInt32:
+    case AcDbDxfItem::kBool: return mine.integer == item.integer;
+    default: return mine.text == item.text;
+    }
+}
+
+std::int64_t flagsOf(const std::vector<DxfGroup>& groups) {
+    std::int64_t flags = 0;
+    for (const DxfGroup& group : groups)
+        if (group.code == kFlags) readDxfInteger(group.value, flags);
+    return flags;
+}
+
+} // namespace
+
+std::unique_ptr<AcDbEntity> DxfDrawingReader::makeEntity(const Object& object) {
+    if (object.type != m_lastType) {
+        m_lastType = object.type;
+        m_lastClass = AcRxClassRegistry::instance().atDxfName(object.type);
+        if (m_lastClass && !m_lastClass->isDerivedFrom(AcDbEntity::desc())) m_lastClass = nullptr;
+    }
+    if (!m_lastClass) return std::make_unique<AcDbForeignEntity>(object.type);
+    std::unique_ptr<AcRxObject> made(m_lastClass->create());
+    auto* const entity = AcDbEntity::cast(made.get());
+    if (entity) made.release();
+    return std::unique_ptr<AcDbEntity>(entity);
+}
+
+// False, and told, when the object does not take its groups.
+bool DxfDrawingReader::fill(AcDbObject& object, const Object& from) {
+    m_filer.start(from.groups);
+    Acad::ErrorStatus status = Acad::eOk;
+    std::string reason;
+    try {
+        status = object.dxfInFields(&m_filer);
+        if (status == Acad::eOk) status = m_filer.filerStatus();
+        if (status != Acad::eOk) reason = acadErrorStatusText(status);
+    } catch (const std::exception& failure) { // what a module's class raises
+        reason = failure.what();
+    }
+    if (!m_filer.expected().empty())
+        problem(m_filer.line(), fmt::format("{} was expected in {}", m_filer.expected(), from.type));
+    else if (!reason.empty())
+        problem(from.line, fmt::format("{} cannot be read ({})", from.type, reason));
+    return reason.empty();
+}
+
+void DxfDrawingReader::readEntity(Object& object, AcDbObjectId block) {
+    std::unique_ptr<AcDbEntity> entity = makeEntity(object);
+    if (!entity) return leaveOut(object.type);
+    if (object.type == "POLYLINE") {
+        if ((flagsOf(object.groups) & (kPolyline3d | kMeshes)) != 0)
+            entity = std::make_unique<AcDbForeignEntity>(object.type);
+        return readVertices(std::move(entity), object, block);
+    }
+    if (object.type == "SEQEND") return; // behind attributes that stood alone
+    if (object.type == "ATTRIB" || object.type == "VERTEX") {
+        problem(object.line, fmt::format("{} stands alone", object.type));
+        return leaveOut(object.type);
+    }
+    if (!fill(*entity, object)) return leaveOut(object.type);
+    if (!object.xdata.empty()) completeFromRecord(entity, object);
+    const bool isReference = entity->isKindOf(AcDbBlockReference::desc());
+    const bool isKept = entity->isA() == AcDbForeignEntity::desc();
+    const AcDbObjectId id = append(std::move(entity), object, block);
+    if (isKept && !id.isNull()) ++m_report.kept[object.type];
+    if (isReference && object.isFollowed && !id.isNull()) readAttributes(id);
+}
+
+AcDbObjectId DxfDrawingReader::append(std::unique_ptr<AcDbEntity> entity, const Object& object, AcDbObjectId blockId) {
+    auto* const block = AcDbBlockTableRecord::cast(AcDbObjectAccess::object(blockId));
+    AcDbObjectId id;
+    if (!block->isWriteEnabled()) {
+        AcDbObject* opened = nullptr;
+        acdbOpenObject(opened, blockId, AcDb::kForWrite);
+    }
+    const Acad::ErrorStatus status = block->appendAcDbEntity(id, entity.get());
+    block->close();
+    if (status != Acad::eOk) {
+        problem(object.line, fmt::format("{} cannot be taken in ({})", object.type, acadErrorStatusText(status)));
+        leaveOut(object.type);
+        return {};
+    }
+    AcDbEntity* const appended = entity.release();
+    setXData(*appended, object);
+    appended->close();
+    if (object.handle != 0) m_handles[object.handle] = id;
+    ++m_report.entities;
+    return id;
+}
+
+// Points that a fit or a spline has put in between go; they come again.
+void DxfDrawingReader::readVertices(std::unique_ptr<AcDbEntity> entity, const Object& head, AcDbObjectId block) {
+    auto* const polyline = AcDb2dPolyline::cast(entity.get());
+    const bool isFilled = fill(*entity, head);
+    const AcGeVector3d normal = polyline ? polyline->normal() : AcGeVector3d::kZAxis;
+    Object vertex;
+    while (nextObject(vertex)) {
+        if (vertex.type == "SEQEND") break;
+        if (vertex.type != "VERTEX") { // the end mark is missing
+            m_object = std::move(vertex);
+            m_hasObject = true;
+            break;
+        }
+        if (!polyline || (flagsOf(vertex.groups) & (kVertexByFit | kVertexBySpline)) != 0) continue;
+        AcGePoint3d point;
+        double bulge = 0.0;
+        AcDbDxfItem item;
+        m_filer.start(vertex.groups);
+        while (m_filer.readItem(item) == Acad::eOk) {
+            if (item.code == AcDb::kDxfXCoord) point = item.point;
+            if (item.code == 42) bulge = item.real;
+        }
+        if (!m_filer.expected().empty()) problem(m_filer.line(), m_filer.expected() + " was expected in VERTEX");
+        point.z = polyline->elevation();
+        polyline->appendVertex(planeToWorld(point, normal), bulge);
+    }
+    if (!polyline) {
+        leaveOut((flagsOf(head.groups) & kPolyline3d) != 0 ? "POLYLINE in space" : "POLYLINE mesh");
+        return;
+    }
+    if (!isFilled) return leaveOut(head.type);
+    append(std::move(entity), head, block);
+}
+
+void DxfDrawingReader::readAttributes(AcDbObjectId reference) {
+    Object object;
+    while (nextObject(object)) {
+        if (object.type == "SEQEND") return;
+        if (object.type != "ATTRIB") {
+            m_object = std::move(object);
+            m_hasObject = true;
+            return;
+        }
+        auto attribute = std::make_unique<AcDbAttribute>();
+        if (!fill(*attribute, object)) {
+            leaveOut(object.type);
+            continue;
+        }
+        const AcDbObjectPointer<AcDbBlockReference> owner(reference, AcDb::kForWrite);
+        AcDbObjectId id;
+        if (!owner || owner->appendAttribute(id, attribute.get()) != Acad::eOk) {
+            leaveOut(object.type);
+            continue;
+        }
+        AcDbAttribute* const appended = attribute.release();
+        setXData(*appended, object);
+        appended->close();
+        if (object.handle != 0) m_handles[object.handle] = id;
+        ++m_report.entities;
+    }
+}
+
+// Takes the record out of the extended data; empty when there is none for the class.
+std::string DxfDrawingReader::takeRecord(Object& object, const std::string& className) const {
+    std::string record;
+    std::vector<DxfGroup> others;
+    bool isRecord = false;
+    bool isOfClass = false;
+    for (const DxfGroup& group : object.xdata) {
+        if (group.code == AcDb::kDxfRegAppName) isRecord = group.value == kDxfRecordApplication;
+        if (!isRecord) {
+            others.push_back(group);
+            continue;
+        }
+        if (group.code == kDxfRecordClass) isOfClass = group.value == className;
+        if (group.code == kDxfRecordBytes && isOfClass) record += dxfBytes(group.value);
+    }
+    object.xdata = std::move(others);
+    return record;
+}
+
+// The groups were read before and count where another program has changed them.
+void DxfDrawingReader::completeFromRecord(std::unique_ptr<AcDbEntity>& entity, Object& object) {
+    const std::string items = takeRecord(object, entity->isA()->name());
+    if (items.empty()) return;
+    std::string translated;
+    RecordReader translator(AcDb::kFileFiler, m_filer.handles(), items);
+    if (translator.readItems(translated) != Acad::eOk) return;
+    RecordWriter base(AcDb::kFileFiler);
+    if (entity->dwgOutFields(&base) != Acad::eOk) return;
+    std::unique_ptr<AcDbObject> whole = emptyLike(*entity);
+    auto* const complete = AcDbEntity::cast(whole.get());
+    if (!complete) return;
+    const std::string record = base.record().substr(0, base.endOfBase()) + translated;
+    RecordReader reader(AcDb::kFileFiler, &m_database, record);
+    if (complete->dwgInFields(&reader) != Acad::eOk || reader.filerStatus() != Acad::eOk)
+        return problem(object.line, fmt::format("the record of {} cannot be read, its groups remain", object.type));
+    whole.release();
+    std::unique_ptr<AcDbEntity> completed(complete);
+    Object changed;
+    changed.type = object.type;
+    changed.line = object.line;
+    changed.groups = changedGroups(*completed, object);
+    if (!changed.groups.empty()) fill(*completed, changed);
+    entity = std::move(completed);
+}
+
+// What the file says otherwise than the entity does: groups that another program has changed, with the marker of
+// the class in front of them.
+std::vector<DxfGroup> DxfDrawingReader::changedGroups(const AcDbEntity& entity, const Object& object) {
+    DxfListWriter writer(&m_database);
+    entity.dxfOutFields(&writer);
+    const ResbufPtr list = writer.take();
+    const resbuf* own = list.get();
+    const auto isMarker = [](int code, std::string_view text) {
+        return code == AcDb::kDxfSubclass && text != "AcDbEntity";
+    };
+    while (own && !(own->restype == AcDb::kDxfSubclass && isMarker(own->restype, textOf(*own)))) own = own->rbnext;
+    std::vector<DxfGroup> changed;
+    AcDbDxfItem item;
+    m_filer.start(object.groups);
+    bool isOwn = false;
+    for (std::size_t before = 0; m_filer.readItem(item) == Acad::eOk; before = m_filer.position()) {
+        isOwn = isOwn || isMarker(item.code, item.text);
+        if (!isOwn || !own) continue;
+        const bool isSame = own->restype == item.code && isSameValue(*own, item);
+        if (isMarker(item.code, item.text) ? changed.empty() : !isSame)
+            changed.insert(changed.end(), object.groups.begin() + static_cast<std::ptrdiff_t>(before),
+                           object.groups.begin() + static_cast<std::ptrdiff_t>(m_filer.position()));
+        own = own->rbnext;
+    }
+    return changed.size() > 1 ? changed : std::vector<DxfGroup>();
+}
+
+// An application that the file does not list is listed.
+void DxfDrawingReader::setXData(AcDbObject& object, const Object& from) {
+    if (from.xdata.empty()) return;
+    m_filer.start(from.xdata);
+    ResbufBuilder chain;
+    AcDbDxfItem item;
+    while (m_filer.readItem(item) == Acad::eOk) {
+        if (item.code == AcDb::kDxfRegAppName &&
+            AcDbObjectAccess::findRecord(m_database.regAppTableId(), item.text).isNull()) {
+            const AcDbObjectPointer<AcDbSymbolTable> table(m_database.regAppTableId(), AcDb::kForWrite);
+            AcDbObjectPointer<AcDbRegAppTableRecord> record;
+            record.create();
+            if (record->setName(item.text) == Acad::eOk) table->add(record.object());
+        }
+        addDxfItem(chain, item);
+    }
+    const ResbufPtr data = chain.take();
+    const Acad::ErrorStatus status = m_filer.expected().empty() ? object.setXData(data.get()) : Acad::eInvalidInput;
+    if (status != Acad::eOk)
+        problem(from.xdata.front().line, fmt::format("extended data of {} cannot be read", from.type));
+}
+
+} // namespace veldrin

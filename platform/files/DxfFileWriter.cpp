@@ -1,0 +1,74 @@
+#include "files/DxfFileWriter.h"
+
+#include "drawing/AcDbObject.h"
+
+#include <utility>
+
+namespace veldrin {
+
+DxfFileWriter::~DxfFileWriter() = default;
+
+void DxfFileWriter::flushEntityTail() {
+    if (!m_tail) return;
+    const auto tail = std::exchange(m_tail, nullptr);
+    tail();
+}
+
+Acad::ErrorStatus DxfFileWriter::writeItem(int code, std::string_view text) {
+    if (code == AcDb::kDxfSubclass && text != "AcDbEntity") flushEntityTail();
+    m_out.text(code, text);
+    return m_status;
+}
+
+Acad::ErrorStatus DxfFileWriter::writeItem(int code, const AcDbObjectId& id) {
+    m_out.handle(code, id.isErased() ? 0 : id.handle().value());
+    return m_status;
+}
+
+Acad::ErrorStatus DxfFileWriter::writeDouble(int code, double value, int) {
+    m_out.real(code, value);
+    return m_status;
+}
+
+Acad::ErrorStatus DxfFileWriter::writePoint3d(int code, const AcGePoint3d& value, int) {
+    m_out.point(code, value);
+    return m_status;
+}
+
+Acad::ErrorStatus DxfFileWriter::writePoint2d(int code, const AcGePoint2d& value) {
+    m_out.point(code, value);
+    return m_status;
+}
+
+Acad::ErrorStatus DxfFileWriter::writeInt16(int code, int value) {
+    m_out.integer(code, value);
+    return m_status;
+}
+
+Acad::ErrorStatus DxfFileWriter::writeInt32(int code, std::int32_t value) {
+    m_out.integer(code, value);
+    return m_status;
+}
+
+Acad::ErrorStatus DxfFileWriter::writeBool(int code, bool value) {
+    m_out.integer(code, value ? 1 : 0);
+    return m_status;
+}
+
+Acad::ErrorStatus DxfFileWriter::writeBytes(int code, std::string_view value) {
+    m_out.bytes(code, value);
+    return m_status;
+}
+
+// A writer reads nothing.
+Acad::ErrorStatus DxfFileWriter::readItem(AcDbDxfItem&) {
+    return m_status = Acad::eNotApplicable;
+}
+Acad::ErrorStatus DxfFileWriter::pushBackItem() {
+    return m_status = Acad::eNotApplicable;
+}
+bool DxfFileWriter::atSubclassData(const char*) {
+    return false;
+}
+
+} // namespace veldrin
