@@ -1,5 +1,5 @@
-// What a user waits for with a large drawing: saving and opening 100,000 pipes, saving again after one change,
-// taking back a change to 10,000 of them.
+// What a user waits for with a large drawing: saving and opening 100,000 pipes, saving again after one
+// change, taking back a change to 10,000 of them.
 //
 // The floor is a bare program on the same engine: it writes and reads the same rows, records and pictures, in
 // one transaction with prepared statements and the same safety. That of an undo copies the same records in
@@ -91,11 +91,10 @@ private:
         while (schema.step()) m_schema += std::string(schema.text(0)) + ";";
         SqlStatement rows(saved, "select handle, class, owner, record from objects order by handle");
         while (rows.step())
-            m_rows.push_back({rows.integer(0), std::string(rows.text(1)), rows.integer(2),
-                              std::string(rows.bytes(3))});
+            m_rows.push_back(
+                {rows.integer(0), std::string(rows.text(1)), rows.integer(2), std::string(rows.bytes(3))});
         SqlStatement pictures(saved, "select handle, picture from pictures order by handle");
-        while (pictures.step())
-            m_pictures.push_back({pictures.integer(0), std::string(pictures.bytes(1))});
+        while (pictures.step()) m_pictures.push_back({pictures.integer(0), std::string(pictures.bytes(1))});
         require(saved.ok() && m_rows.size() > kPipes, "the plan cannot be read");
     }
     ~Plan() { fs::remove_all(m_folder); }
@@ -180,8 +179,8 @@ void openBareRows(benchmark::State& state) {
         SqlStatement rows(file, "select handle, class, owner, record from objects order by handle");
         std::vector<Row> read;
         while (rows.step())
-            read.push_back({rows.integer(0), std::string(rows.text(1)), rows.integer(2),
-                            std::string(rows.bytes(3))});
+            read.push_back(
+                {rows.integer(0), std::string(rows.text(1)), rows.integer(2), std::string(rows.bytes(3))});
         benchmark::DoNotOptimize(read.data());
         require(read.size() == plan.rows().size(), "bare rows cannot be read");
     }

@@ -1,8 +1,8 @@
-// A drawing file with rows that are any bytes, or any bytes as the file itself. It may be refused or be read with
-// losses; what was read can be drawn, and saves to a file that opens again.
+// A drawing file with rows that are any bytes, or any bytes as the file itself. It may be refused or be read
+// with losses; what was read can be drawn, and saves to a file that opens again.
 //
-// An input that begins as a database does is the file. Any other is a list of rows that go into the file of an
-// empty drawing: a letter, then
+// An input that begins as a database does is the file. Any other is a list of rows that go into the file of
+// an empty drawing: a letter, then
 //   O handle(2) owner(2) length(2) name length(2) bytes   an object of the class of that name
 //   P handle(2) length(2) bytes                     a picture
 //   H name(1) length(2) bytes                       a header variable by its place among those that are there
@@ -100,9 +100,7 @@ void putRows(Bytes input, const std::string& path) {
             object.bind(2, name).bindBytes(4, input.bytes()).execute();
             break;
         }
-        case 'P':
-            picture.bind(1, input.number()).bindBytes(2, input.bytes()).execute();
-            break;
+        case 'P': picture.bind(1, input.number()).bindBytes(2, input.bytes()).execute(); break;
         case 'H': {
             const std::string& name = names[static_cast<std::size_t>(input.byte()) % names.size()];
             header.bind(1, std::string_view(name)).bindBytes(2, input.bytes()).execute();

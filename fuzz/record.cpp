@@ -1,5 +1,5 @@
-// Any bytes as the record of an entity or of another object, of any class: it may be refused, but what was taken
-// in can be drawn, measured and exchanged, and writes a record that reads back to itself.
+// Any bytes as the record of an entity or of another object, of any class: it may be refused, but what was
+// taken in can be drawn, measured and exchanged, and writes a record that reads back to itself.
 //
 // The input is the name of the class, a line end, and the record.
 #include "HostWithModule.h"

@@ -29,7 +29,8 @@ int exportDrawing(ExportOptions options) {
 }
 
 std::string checkVersion(const std::string& text) {
-    return veldrin::dxfVersionNamed(text) ? std::string() : "\"" + text + "\" is no version; R2000 and R2018 are";
+    return veldrin::dxfVersionNamed(text) ? std::string()
+                                          : "\"" + text + "\" is no version; R2000 and R2018 are";
 }
 
 } // namespace
@@ -39,7 +40,9 @@ Subcommand addExport(CLI::App& program) {
     CLI::App* app = program.add_subcommand("export", "Writes a drawing as DXF for other programs");
     app->add_option("DRAWING", options->drawing, "a drawing, or a Lisp script that draws one")->required();
     app->add_option("-o,--output", options->out, "the DXF file")->required()->type_name("OUT.dxf");
-    app->add_option("--version", options->version, "R2000 or R2018")->type_name("VERSION")->check(checkVersion);
+    app->add_option("--version", options->version, "R2000 or R2018")
+        ->type_name("VERSION")
+        ->check(checkVersion);
     app->add_option("--decimals", options->dxf.decimals, "decimal places, 16 for all")
         ->type_name("N")
         ->check(CLI::Range(0, veldrin::kDxfFullPrecision));

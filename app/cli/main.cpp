@@ -18,10 +18,9 @@ int main(int argc, char** argv) {
     CLI::App program("Plumbing plans on a small drafting host", "veldrin");
     program.require_subcommand(1);
     const std::vector<std::string> arguments(argv + 1, argv + argc);
-    const std::vector<Subcommand> subcommands{addRun(program, arguments), addRepl(program),
-                                              addPlot(program),           addInfo(program),
-                                              addExport(program),
-                                              addCheck(program),          addRepair(program)};
+    const std::vector<Subcommand> subcommands{
+        addRun(program, arguments), addRepl(program),  addPlot(program),  addInfo(program),
+        addExport(program),         addCheck(program), addRepair(program)};
     try {
         program.parse(argc, argv);
         return runChosen(subcommands);

@@ -56,9 +56,9 @@ struct HeaderVariables {
 // The file that holds the drawing but for what its slots call changed. Written by the reader and the writer
 // of drawing files alone.
 struct DrawingFileLink {
-    std::string path;          // empty: there is none, and the next save writes everything
-    std::string saveId;        // the file's own mark of that save, which tells it from another's
-    bool previousKept = false; // the file as it was opened has been kept beside it
+    std::string path;            // empty: there is none, and the next save writes everything
+    std::string saveId;          // the file's own mark of that save, which tells it from another's
+    bool previousKept = false;   // the file as it was opened has been kept beside it
     std::string exchangeVersion; // of the exchange file that it came from
 };
 

@@ -43,8 +43,8 @@ Acad::ErrorStatus AcDbDimension::dxfInFields(AcDbDxfFiler* filer) {
     const Acad::ErrorStatus status = AcDbForeignEntity::dxfInFields(filer);
     if (status != Acad::eOk || !filer->database()) return status;
     const std::string name = AcDbForeignEntity::textGroup(kBlockName);
-    m_block = name.empty() ? AcDbObjectId()
-                           : AcDbObjectAccess::findRecord(filer->database()->blockTableId(), name);
+    m_block =
+        name.empty() ? AcDbObjectId() : AcDbObjectAccess::findRecord(filer->database()->blockTableId(), name);
     return Acad::eOk;
 }
 
@@ -53,6 +53,24 @@ std::string AcDbDimension::textOfGroup(const resbuf& group) const {
     const auto* block = dynamic_cast<const AcDbBlockTableRecord*>(AcDbObjectAccess::object(m_block));
     if (group.restype == kBlockName && block) return block->getName();
     return AcDbForeignEntity::textOfGroup(group);
+}
+
+AcDbForeignEntity::Markers AcDbDimension::markersFor(const resbuf* groups) const {
+    static const Markers kinds[] = {
+        {{"AcDbDimension"}, {"AcDbAlignedDimension"}, {12, 13, 14, 40, 50, 52}, {"AcDbRotatedDimension"}},
+        {{"AcDbDimension"}, {"AcDbAlignedDimension"}, {12, 13, 14, 40, 50, 52}, {}},
+        {{"AcDbDimension"}, {"AcDb2LineAngularDimension"}, {13, 14, 15, 16, 40}, {}},
+        {{"AcDbDimension"}, {"AcDbDiametricDimension"}, {15, 40}, {}},
+        {{"AcDbDimension"}, {"AcDbRadialDimension"}, {15, 40}, {}},
+        {{"AcDbDimension"}, {"AcDb3PointAngularDimension"}, {13, 14, 15, 40}, {}},
+        {{"AcDbDimension"}, {"AcDbOrdinateDimension"}, {13, 14}, {}},
+    };
+    constexpr int kKindBits = 7;
+    constexpr int kFlags = 70;
+    for (; groups; groups = groups->rbnext)
+        if (groups->restype == kFlags)
+            return kinds[std::min<std::size_t>(groups->resval.rint & kKindBits, 6)];
+    return kinds[0];
 }
 
 bool AcDbDimension::subWorldDraw(AcGiWorldDraw* draw) {

@@ -128,8 +128,8 @@ void AcDbEllipse::subList() const {
     veldrin::listValue("radius ratio", veldrin::listedLength(*this, m_ratio));
 }
 
-// The axes of what an ellipse becomes are found from a pair of half diameters that belong together (Rytz); a matrix
-// that turns and scales evenly keeps them.
+// The axes of what an ellipse becomes are found from a pair of half diameters that belong together (Rytz); a
+// matrix that turns and scales evenly keeps them.
 Acad::ErrorStatus AcDbEllipse::subTransformBy(const AcGeMatrix3d& matrix) {
     if (matrix.isSingular()) return Acad::eInvalidInput;
     AcGeVector3d p = m_major;
@@ -143,7 +143,8 @@ Acad::ErrorStatus AcDbEllipse::subTransformBy(const AcGeMatrix3d& matrix) {
     const double skew = 2.0 * p.dotProduct(q);
     const double difference = p.dotProduct(p) - q.dotProduct(q);
     const bool isSquare = std::abs(skew) <= 1e-12 * (p.dotProduct(p) + q.dotProduct(q));
-    const double t = isSquare ? (difference < 0.0 ? std::numbers::pi / 2.0 : 0.0) : std::atan2(skew, difference) / 2.0;
+    const double t =
+        isSquare ? (difference < 0.0 ? std::numbers::pi / 2.0 : 0.0) : std::atan2(skew, difference) / 2.0;
     const bool swaps = isSquare && difference < 0.0;
     const AcGeVector3d major = swaps ? q : p * std::cos(t) + q * std::sin(t);
     const AcGeVector3d minor = swaps ? p * -1.0 : q * std::cos(t) - p * std::sin(t);

@@ -2,9 +2,9 @@
 
 #include "drawing/AcDbPathCurve.h"
 
-// An ellipse or a part of one. The parameter is the angle on the circle that it is squeezed from, counted from the
-// major axis, radians. Lengths and places along it are those of short straight pieces, 1 degree of the parameter
-// each.
+// An ellipse or a part of one. The parameter is the angle on the circle that it is squeezed from, counted
+// from the major axis, radians. Lengths and places along it are those of short straight pieces, 1 degree of
+// the parameter each.
 class VELDRIN_API AcDbEllipse : public veldrin::PathCurve {
 public:
     ACRX_DECLARE_MEMBERS(AcDbEllipse);

@@ -93,10 +93,10 @@ Acad::ErrorStatus AcDbEntity::dxfOutFields(AcDbDxfFiler* filer) const {
 }
 
 bool AcDbEntity::isCommonGroup(int code) {
-    static constexpr int codes[] = {AcDb::kDxfEntityName,  AcDb::kDxfStart,      AcDb::kDxfHandle,
-                                    AcDb::kDxfSoftPointerId, kCodePaperSpace,    kCodeLayout,
-                                    AcDb::kDxfLayerName,   AcDb::kDxfLinetypeName, AcDb::kDxfColor,
-                                    AcDb::kDxfTrueColor,   AcDb::kDxfLinetypeScale, AcDb::kDxfVisibility,
+    static constexpr int codes[] = {AcDb::kDxfEntityName,    AcDb::kDxfStart,         AcDb::kDxfHandle,
+                                    AcDb::kDxfSoftPointerId, kCodePaperSpace,         kCodeLayout,
+                                    AcDb::kDxfLayerName,     AcDb::kDxfLinetypeName,  AcDb::kDxfColor,
+                                    AcDb::kDxfTrueColor,     AcDb::kDxfLinetypeScale, AcDb::kDxfVisibility,
                                     AcDb::kDxfLineWeight};
     return std::find(std::begin(codes), std::end(codes), code) != std::end(codes);
 }

@@ -8,6 +8,7 @@
 #include "drawing/list_lines.h"
 #include "runtime/AcRxMacros.h"
 
+#include <algorithm>
 #include <utility>
 
 ACRX_DEFINE_MEMBERS(AcDbForeignEntity, AcDbEntity, "");
@@ -69,6 +70,7 @@ Acad::ErrorStatus AcDbForeignEntity::dxfInFields(AcDbDxfFiler* filer) {
     veldrin::ResbufPtr taken = groups.take();
     if (read != Acad::eOk || !taken) return read;
     m_groups = std::move(taken);
+    if (!find(AcDb::kDxfSubclass)) addMarkers();
     groupsChanged();
     return Acad::eOk;
 }
@@ -79,6 +81,29 @@ std::vector<AcDbForeignEntity::Outline> AcDbForeignEntity::outlines() const {
 
 std::string AcDbForeignEntity::textOfGroup(const resbuf& group) const {
     return veldrin::textOf(group);
+}
+
+AcDbForeignEntity::Markers AcDbForeignEntity::markersFor(const resbuf*) const {
+    return {};
+}
+
+void AcDbForeignEntity::addMarkers() {
+    const Markers markers = markersFor(m_groups.get());
+    veldrin::ResbufBuilder marked;
+    const auto add = [&](const std::vector<std::string>& names) {
+        for (const std::string& name : names) marked.addText(AcDb::kDxfSubclass, name);
+    };
+    const auto isBehind = [&](const resbuf& group) {
+        return std::ranges::find(markers.behindSecond, group.restype) != markers.behindSecond.end();
+    };
+    add(markers.first);
+    for (const resbuf* group = m_groups.get(); group; group = group->rbnext)
+        if (!isBehind(*group)) marked.addCopy(*group);
+    add(markers.second);
+    for (const resbuf* group = m_groups.get(); group; group = group->rbnext)
+        if (isBehind(*group)) marked.addCopy(*group);
+    add(markers.last);
+    m_groups = marked.take();
 }
 
 bool AcDbForeignEntity::subWorldDraw(AcGiWorldDraw* draw) {

@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-// An entity of other programs that is kept as the groups in which it came: it is listed, filed, copied and written
-// back with every one of them. Of a kind that nothing is known of, it shows nothing and cannot be moved; classes
-// derived from it know what their groups mean.
+// An entity of other programs that is kept as the groups in which it came: it is listed, filed, copied and
+// written back with every one of them. Of a kind that nothing is known of, it shows nothing and cannot be
+// moved; classes derived from it know what their groups mean.
 class VELDRIN_API AcDbForeignEntity : public AcDbEntity {
 public:
     ACRX_DECLARE_MEMBERS(AcDbForeignEntity);
@@ -47,6 +47,14 @@ protected:
 
     // Whether the point of this group has no third coordinate in files; `index` counts the groups.
     virtual bool isFlat(const resbuf& group, int index) const;
+    // Markers of classes for groups from a file of old, which has none.
+    struct Markers {
+        std::vector<std::string> first;  // in front of all
+        std::vector<std::string> second; // in front of those that follow
+        std::vector<int> behindSecond;
+        std::vector<std::string> last; // behind all
+    };
+    virtual Markers markersFor(const resbuf* groups) const;
     // The groups have changed.
     virtual void groupsChanged() {}
 
@@ -59,6 +67,7 @@ protected:
 
 private:
     const resbuf* find(int code) const;
+    void addMarkers();
 
     std::string m_dxfName;
     veldrin::ResbufPtr m_groups;

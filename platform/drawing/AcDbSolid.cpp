@@ -29,12 +29,21 @@ AcDbTrace::~AcDbTrace() = default;
 AcDbFace::AcDbFace() : AcDbForeignEntity("3DFACE") {}
 AcDbFace::~AcDbFace() = default;
 
+AcDbForeignEntity::Markers AcDbSolid::markersFor(const resbuf*) const {
+    return {{"AcDbTrace"}, {}, {}, {}}; // of both kinds
+}
+
+AcDbForeignEntity::Markers AcDbFace::markersFor(const resbuf*) const {
+    return {{"AcDbFace"}, {}, {}, {}};
+}
+
 std::vector<AcDbForeignEntity::Outline> AcDbSolid::outlines() const {
     Outline outline{{}, true};
     const AcGeVector3d normal = normalGroup();
     for (const int corner : {0, 1, 3, 2}) {
         AcGePoint3d point;
-        if (pointGroup(kFirstCorner + corner, point)) outline.points.push_back(veldrin::planeToWorld(point, normal));
+        if (pointGroup(kFirstCorner + corner, point))
+            outline.points.push_back(veldrin::planeToWorld(point, normal));
     }
     return {outline};
 }

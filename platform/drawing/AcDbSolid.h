@@ -12,6 +12,7 @@ public:
 protected:
     explicit AcDbSolid(const char* dxfName);
     std::vector<Outline> outlines() const override;
+    Markers markersFor(const resbuf* groups) const override;
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
 };
 
@@ -32,5 +33,6 @@ public:
 
 protected:
     std::vector<Outline> outlines() const override;
+    Markers markersFor(const resbuf* groups) const override;
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
 };

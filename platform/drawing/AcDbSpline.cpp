@@ -137,7 +137,8 @@ void AcDbSpline::followDefinition() {
     m_vertices = veldrin::splinePoints(degree, knots, controls, weights);
     if (m_vertices.empty()) m_vertices = veldrin::pointsThrough(fitPoints, m_closed);
     // A closed path comes back to its first vertex by itself.
-    if (m_closed && m_vertices.size() > 2 && m_vertices.front().isEqualTo(m_vertices.back())) m_vertices.pop_back();
+    if (m_closed && m_vertices.size() > 2 && m_vertices.front().isEqualTo(m_vertices.back()))
+        m_vertices.pop_back();
     m_bulges.assign(m_vertices.size(), 0.0);
     m_path.reset();
 }

@@ -5,9 +5,9 @@
 
 #include <memory>
 
-// A free curve. Made from a polyline (getSpline) it keeps that polyline's exact shape: a row of straight and arc
-// pieces that are smooth where the polyline is, measured along like it. From exchange data it keeps the groups
-// that define it and is a row of short straight pieces along the B-spline that they mean.
+// A free curve. Made from a polyline (getSpline) it keeps that polyline's exact shape: a row of straight and
+// arc pieces that are smooth where the polyline is, measured along like it. From exchange data it keeps the
+// groups that define it and is a row of short straight pieces along the B-spline that they mean.
 class VELDRIN_API AcDbSpline : public veldrin::PathCurve {
 public:
     ACRX_DECLARE_MEMBERS(AcDbSpline);

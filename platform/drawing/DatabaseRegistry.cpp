@@ -9,6 +9,9 @@
 #include "drawing/AcDbCircle.h"
 #include "drawing/AcDbDatabase.h"
 #include "drawing/AcDbDictionary.h"
+#include "drawing/AcDbDimension.h"
+#include "drawing/AcDbEllipse.h"
+#include "drawing/AcDbHatch.h"
 #include "drawing/AcDbLayerTable.h"
 #include "drawing/AcDbLine.h"
 #include "drawing/AcDbLinetypeTable.h"
@@ -18,6 +21,7 @@
 #include "drawing/AcDbPolyline.h"
 #include "drawing/AcDbProxyEntity.h"
 #include "drawing/AcDbRegAppTable.h"
+#include "drawing/AcDbSolid.h"
 #include "drawing/AcDbSpline.h"
 #include "drawing/AcDbText.h"
 #include "drawing/AcDbTextStyleTable.h"
@@ -52,6 +56,13 @@ void registerDrawingClasses() {
     AcDbSpline::rxInit();
     AcDbPolyline::rxInit();
     AcDbPoint::rxInit();
+    AcDbForeignEntity::rxInit();
+    AcDbEllipse::rxInit();
+    AcDbSolid::rxInit();
+    AcDbTrace::rxInit();
+    AcDbFace::rxInit();
+    AcDbHatch::rxInit();
+    AcDbDimension::rxInit();
     AcDbText::rxInit();
     AcDbAttribute::rxInit();
     AcDbAttributeDefinition::rxInit();

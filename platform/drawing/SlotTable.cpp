@@ -24,7 +24,8 @@ std::uint32_t SlotTable::add(AcDbObject* object, std::uint64_t handle) {
 std::uint32_t SlotTable::findHandle(std::uint64_t handle) const {
     if (handle == 0) return 0;
     // In a drawing that lost nothing yet, handles count as slots do.
-    if (handle < m_slots.size() && m_slots[handle].handle == handle) return static_cast<std::uint32_t>(handle);
+    if (handle < m_slots.size() && m_slots[handle].handle == handle)
+        return static_cast<std::uint32_t>(handle);
     if (m_handlesAscend) {
         const auto found =
             std::lower_bound(m_slots.begin(), m_slots.end(), handle,

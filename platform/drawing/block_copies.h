@@ -29,7 +29,8 @@ VELDRIN_API Acad::ErrorStatus copyInto(AcDbObjectId block, const std::vector<AcD
 // A drawing of its own with copies of these entities, moved by the matrix.
 VELDRIN_API Acad::ErrorStatus drawingOf(AcDbDatabase& source, const std::vector<AcDbObjectId>& entities,
                                         const AcGeMatrix3d& placing, std::unique_ptr<AcDbDatabase>& drawing);
-// Takes everything of another drawing in, model and paper space, blocks and tables; what is there by name stays.
+// Takes everything of another drawing in, model and paper space, blocks and tables; what is there by name
+// stays.
 VELDRIN_API Acad::ErrorStatus mergeDrawing(AcDbDatabase& target, AcDbDatabase& source);
 // What is in a block and not erased, in drawing order.
 VELDRIN_API std::vector<AcDbObjectId> livingEntities(AcDbObjectId block);

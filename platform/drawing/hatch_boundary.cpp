@@ -47,7 +47,8 @@ struct Edge {
         } else if (type == kArc || type == kEllipse)
             appendArc(loop);
         else if (type == kSpline)
-            for (const AcGePoint3d& p : splinePoints(degree, knots, controls, weights)) loop.push_back({p.x, p.y});
+            for (const AcGePoint3d& p : splinePoints(degree, knots, controls, weights))
+                loop.push_back({p.x, p.y});
     }
 
 private:
@@ -89,7 +90,8 @@ private:
         if (std::abs(sweep) < 1e-9 || !std::isfinite(sweep)) return;
         const AcGeVector2d chord = to - from;
         const double rise = (1.0 - bulge * bulge) / (4.0 * bulge);
-        const AcGePoint2d center(from.x + chord.x / 2.0 - chord.y * rise, from.y + chord.y / 2.0 + chord.x * rise);
+        const AcGePoint2d center(from.x + chord.x / 2.0 - chord.y * rise,
+                                 from.y + chord.y / 2.0 + chord.x * rise);
         const int steps = std::clamp(static_cast<int>(std::ceil(std::abs(sweep) / kStep)), 1, kMostSteps);
         for (int i = 1; i < steps; ++i) {
             const double a = sweep * i / steps;
@@ -204,7 +206,8 @@ HatchPart HatchWalk::next(const resbuf& group) {
             m_edge = integerOf(group);
             m_clockwise = false;
             // The sense stands behind the angles that it is of.
-            for (const resbuf* later = group.rbnext; later && later->restype != kEdgeType; later = later->rbnext)
+            for (const resbuf* later = group.rbnext; later && later->restype != kEdgeType;
+                 later = later->rbnext)
                 if (later->restype == kCounterClockwise) {
                     m_clockwise = integerOf(*later) == 0;
                     break;
@@ -228,7 +231,8 @@ HatchPart HatchWalk::ofEdge(int code) {
     if (code == 11) return m_edge == kEllipse ? HatchPart::kVector : HatchPart::kPoint;
     if (code == 12 || code == 13) return HatchPart::kVector;
     if (code == 40 && m_edge == kArc) return HatchPart::kLength;
-    const bool isAngle = (code == 50 || code == 51) && m_edge == kArc; // those of an ellipse count from its axis
+    const bool isAngle =
+        (code == 50 || code == 51) && m_edge == kArc; // those of an ellipse count from its axis
     if (isAngle) return m_clockwise ? HatchPart::kClockwiseAngle : HatchPart::kAngle;
     return HatchPart::kOther;
 }

@@ -10,8 +10,8 @@ namespace veldrin {
 // What a group of a hatch is when the hatch is moved.
 enum class HatchPart { kOther, kPoint, kVector, kLength, kAngle, kClockwiseAngle };
 
-// Goes through a hatch's groups in order. The meaning of a group depends on what stood before it: loops of edges or
-// of a polyline, then the lines of the pattern, then seed points.
+// Goes through a hatch's groups in order. The meaning of a group depends on what stood before it: loops of
+// edges or of a polyline, then the lines of the pattern, then seed points.
 class HatchWalk {
 public:
     HatchPart next(const resbuf& group);

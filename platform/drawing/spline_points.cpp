@@ -19,8 +19,8 @@ struct Weighted {
     }
 };
 
-AcGePoint3d evaluate(std::size_t degree, const std::vector<double>& knots, const std::vector<Weighted>& controls,
-                     std::size_t span, double t) {
+AcGePoint3d evaluate(std::size_t degree, const std::vector<double>& knots,
+                     const std::vector<Weighted>& controls, std::size_t span, double t) {
     Weighted d[kHighestDegree + 1];
     for (std::size_t j = 0; j <= degree; ++j) d[j] = controls[span - degree + j];
     for (std::size_t r = 1; r <= degree; ++r)
@@ -62,7 +62,8 @@ std::vector<AcGePoint3d> pointsThrough(const std::vector<AcGePoint3d>& fitPoints
     const auto count = static_cast<std::ptrdiff_t>(fitPoints.size());
     if (count < 3) return fitPoints;
     const auto at = [&](std::ptrdiff_t i) {
-        const std::ptrdiff_t wrapped = closed ? (i % count + count) % count : std::clamp<std::ptrdiff_t>(i, 0, count - 1);
+        const std::ptrdiff_t wrapped =
+            closed ? (i % count + count) % count : std::clamp<std::ptrdiff_t>(i, 0, count - 1);
         return fitPoints[static_cast<std::size_t>(wrapped)];
     };
     std::vector<AcGePoint3d> points{fitPoints.front()};
@@ -72,8 +73,8 @@ std::vector<AcGePoint3d> pointsThrough(const std::vector<AcGePoint3d>& fitPoints
             const AcGeVector3d m0 = (at(i + 1) - at(i - 1)) * 0.5;
             const AcGeVector3d m1 = (at(i + 2) - at(i)) * 0.5;
             const AcGeVector3d chord = at(i + 1) - at(i);
-            points.push_back(at(i) + m0 * (t * t * t - 2.0 * t * t + t) + chord * (3.0 * t * t - 2.0 * t * t * t) +
-                             m1 * (t * t * t - t * t));
+            points.push_back(at(i) + m0 * (t * t * t - 2.0 * t * t + t) +
+                             chord * (3.0 * t * t - 2.0 * t * t * t) + m1 * (t * t * t - t * t));
         }
     return points;
 }

@@ -53,7 +53,8 @@ public:
     void restart(Document& document);
     // The copy goes, also one that is being written: the drawing is safe.
     void drop(Document& document);
-    // The same at the end of the document. A copy that an earlier session left, and that nobody has saved yet, stays.
+    // The same at the end of the document. A copy that an earlier session left, and that nobody has saved
+    // yet, stays.
     void close(Document& document);
     // The document goes on with a copy that an earlier session left.
     void adopt(Document& document, const std::string& copy);

@@ -3,9 +3,9 @@
 namespace veldrin {
 
 std::vector<std::span<const CommandRow>> builtInCommands() {
-    return {drawCommands(),    polylineCommands(), editCommands(), layerCommands(), styleCommands(),
-            viewCommands(),    drawingCommands(),  textCommands(), blockCommands(), insertCommands(),
-            stretchCommands(), undoCommands(),     fileCommands(),  clipboardCommands(), exchangeCommands()};
+    return {drawCommands(),    polylineCommands(), editCommands(), layerCommands(),     styleCommands(),
+            viewCommands(),    drawingCommands(),  textCommands(), blockCommands(),     insertCommands(),
+            stretchCommands(), undoCommands(),     fileCommands(), clipboardCommands(), exchangeCommands()};
 }
 
 } // namespace veldrin

@@ -1,10 +1,10 @@
 // UCS, ZOOM, REGEN, REGENALL, REDRAW
 
-#include "graphics/DrawingExtents.h"
 #include "editor/SystemVariables.h"
 #include "editor/command_support.h"
 #include "editor/command_tables.h"
 #include "geometry/AcDbExtents.h"
+#include "graphics/DrawingExtents.h"
 #include "runtime/Host.h"
 
 #include <algorithm>

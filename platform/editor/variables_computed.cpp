@@ -2,8 +2,8 @@
 #include "drawing/UndoLog.h"
 #include "editor/CommandLine.h"
 #include "editor/DocumentManager.h"
-#include "graphics/DrawingExtents.h"
 #include "editor/VariableTable.h"
+#include "graphics/DrawingExtents.h"
 #include "runtime/Host.h"
 #include "ui/UiBackend.h"
 

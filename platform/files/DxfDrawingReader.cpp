@@ -1,11 +1,14 @@
 #include "files/DxfDrawingReader.h"
 
 #include "drawing/AcDbBlockTable.h"
+#include "drawing/AcDbDictionary.h"
 #include "drawing/AcDbObjectAccess.h"
 #include "drawing/AcDbSymbolTable.h"
+#include "drawing/DxfListFiler.h"
 #include "drawing/SymbolNames.h"
 #include "drawing/acdb.h"
 #include "drawing/block_copies.h"
+#include "files/dxf_dimension_styles.h"
 #include "runtime/AcRxClass.h"
 
 #include <algorithm>
@@ -22,12 +25,28 @@ constexpr int kExtendedData = 1000;
 constexpr std::size_t kMostProblems = 100;
 
 // What every file has for its own order, and what describes how it is shown and plotted: not the drawing's.
-constexpr std::array<std::string_view, 22> kFrameObjects = {
-    "DICTIONARY",       "ACDBDICTIONARYWDFLT", "ACDBPLACEHOLDER",  "LAYOUT",     "MATERIAL",
-    "MLINESTYLE",       "MLEADERSTYLE",        "TABLESTYLE",       "VISUALSTYLE", "SCALE",
-    "PLOTSETTINGS",     "DICTIONARYVAR",       "SORTENTSTABLE",    "CELLSTYLEMAP", "ACDBDETAILVIEWSTYLE",
-    "ACDBSECTIONVIEWSTYLE", "SUN",             "RASTERVARIABLES",  "GROUP",      "DBCOLOR",
-    "WIPEOUTVARIABLES", "ACDB_RECOMPOSE_DATA"};
+constexpr std::array<std::string_view, 22> kFrameObjects = {"DICTIONARY",
+                                                            "ACDBDICTIONARYWDFLT",
+                                                            "ACDBPLACEHOLDER",
+                                                            "LAYOUT",
+                                                            "MATERIAL",
+                                                            "MLINESTYLE",
+                                                            "MLEADERSTYLE",
+                                                            "TABLESTYLE",
+                                                            "VISUALSTYLE",
+                                                            "SCALE",
+                                                            "PLOTSETTINGS",
+                                                            "DICTIONARYVAR",
+                                                            "SORTENTSTABLE",
+                                                            "CELLSTYLEMAP",
+                                                            "ACDBDETAILVIEWSTYLE",
+                                                            "ACDBSECTIONVIEWSTYLE",
+                                                            "SUN",
+                                                            "RASTERVARIABLES",
+                                                            "GROUP",
+                                                            "DBCOLOR",
+                                                            "WIPEOUTVARIABLES",
+                                                            "ACDB_RECOMPOSE_DATA"};
 
 std::uint64_t handleOf(std::string_view text) {
     std::uint64_t handle = 0;
@@ -105,12 +124,11 @@ bool DxfDrawingReader::nextObject(Object& object) {
 void DxfDrawingReader::sortGroup(Object& object, const DxfGroup& group, int& controls, bool& inEntity) {
     constexpr int kPictureSizes[] = {92, 160};
     constexpr int kPicture = 310;
-    const bool beforeMarkers = object.groups.empty() ||
-                               (object.groups.size() == 1 && object.groups[0].code == AcDb::kDxfSubclass && inEntity);
+    const bool beforeMarkers =
+        object.groups.empty() ||
+        (object.groups.size() == 1 && object.groups[0].code == AcDb::kDxfSubclass && inEntity);
     switch (group.code) {
-    case kControl:
-        controls += group.value.starts_with('{') ? 1 : -1;
-        return;
+    case kControl: controls += group.value.starts_with('{') ? 1 : -1; return;
     case AcDb::kDxfHandle:
     case 105:
         if (object.handle == 0 && (group.code == AcDb::kDxfHandle || object.type == "DIMSTYLE")) {
@@ -185,8 +203,9 @@ void DxfDrawingReader::readTables() {
             readRecord(object, table);
         else if (object.type == "BLOCK_RECORD")
             noteBlockRecord(object);
-        else if (object.type == "VIEW" || object.type == "UCS" ||
-                 (object.type == "DIMSTYLE" && object.text(2) != "Standard" && object.text(2) != "STANDARD"))
+        else if (object.type == "DIMSTYLE")
+            keepDimensionStyle(object);
+        else if (object.type == "VIEW" || object.type == "UCS")
             leaveOut(object.type);
     }
 }
@@ -196,7 +215,8 @@ void DxfDrawingReader::readRecord(const Object& object, AcDbObjectId table) {
     std::string name;
     m_decoder.decode(object.text(2), name);
     // The style of a shape file has no name.
-    if (name.empty()) return object.type == "STYLE" ? leaveOut("shape file") : problem(object.line, "a name was expected");
+    if (name.empty())
+        return object.type == "STYLE" ? leaveOut("shape file") : problem(object.line, "a name was expected");
     AcDbObjectId id = AcDbObjectAccess::findRecord(table, name);
     if (id.isNull()) {
         std::unique_ptr<AcRxObject> made(AcRxClassRegistry::instance().atDxfName(object.type)->create());
@@ -212,6 +232,36 @@ void DxfDrawingReader::readRecord(const Object& object, AcDbObjectId table) {
     if (!record) return;
     fill(*record, object);
     setXData(*record, object);
+}
+
+// Without what refers to objects by handle; markers are written anew.
+void DxfDrawingReader::keepDimensionStyle(const Object& object) {
+    std::string name;
+    m_decoder.decode(object.text(2), name);
+    if (name.empty()) return;
+    ResbufBuilder groups;
+    AcDbDxfItem item;
+    m_filer.start(object.groups);
+    while (m_filer.readItem(item) == Acad::eOk)
+        if (item.code != AcDb::kDxfSubclass && item.code != 2 && item.kind != AcDbDxfItem::kId &&
+            item.kind != AcDbDxfItem::kHandle)
+            addDxfItem(groups, item);
+    const ResbufPtr chain = groups.take();
+    auto record = std::make_unique<AcDbXrecord>();
+    record->setFromRbChain(chain.get());
+    AcDbObjectId id;
+    if (const AcDbObjectPointer<AcDbDictionary> styles(dimensionStyles(), AcDb::kForWrite);
+        styles && styles->setAt(name, record.get(), id) == Acad::eOk)
+        record.release()->close();
+}
+
+AcDbObjectId DxfDrawingReader::dimensionStyles() {
+    const AcDbObjectPointer<AcDbDictionary> named(m_database.namedObjectsDictionaryId(), AcDb::kForWrite);
+    AcDbObjectId id;
+    if (!named || named->getAt(kDimensionStyles, id) == Acad::eOk) return id;
+    auto made = std::make_unique<AcDbDictionary>();
+    if (named->setAt(kDimensionStyles, made.get(), id) == Acad::eOk) made.release()->close();
+    return id;
 }
 
 void DxfDrawingReader::noteBlockRecord(const Object& object) {
@@ -296,7 +346,8 @@ void DxfDrawingReader::readObjects() {
     Object object;
     while (nextObject(object)) {
         if (atEnd(object, "ENDSEC")) return;
-        const bool isFrame = std::find(kFrameObjects.begin(), kFrameObjects.end(), object.type) != kFrameObjects.end();
+        const bool isFrame =
+            std::find(kFrameObjects.begin(), kFrameObjects.end(), object.type) != kFrameObjects.end();
         if (!isFrame) leaveOut(object.type);
     }
 }

@@ -16,8 +16,8 @@ class AcDbSymbolTable;
 
 namespace veldrin {
 
-// Fills a drawing that has the default tables from an exchange file, section by section. Names come before what
-// uses them: header values are set at the end, and all blocks are made before the first is filled.
+// Fills a drawing that has the default tables from an exchange file, section by section. Names come before
+// what uses them: header values are set at the end, and all blocks are made before the first is filled.
 class DxfDrawingReader {
 public:
     DxfDrawingReader(DxfInput& input, AcDbDatabase& database, DxfImportReport& report);
@@ -51,6 +51,8 @@ private:
     void readTables();
     void readTable();
     void readRecord(const Object& object, AcDbObjectId table);
+    void keepDimensionStyle(const Object& object);
+    AcDbObjectId dimensionStyles();
     void noteBlockRecord(const Object& object);
     void makeBlocks();
     void readBlocks();

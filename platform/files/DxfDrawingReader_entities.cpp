@@ -4,8 +4,8 @@
 #include "drawing/AcDbBlockTable.h"
 #include "drawing/AcDbForeignEntity.h"
 #include "drawing/AcDbObjectAccess.h"
-#include "drawing/AcDbRegAppTable.h"
 #include "drawing/AcDbProxyEntity.h"
+#include "drawing/AcDbRegAppTable.h"
 #include "drawing/DxfListFiler.h"
 #include "drawing/RecordFiler.h"
 #include "drawing/acdb.h"
@@ -112,7 +112,8 @@ void DxfDrawingReader::readEntity(Object& object, AcDbObjectId block) {
     if (isReference && object.isFollowed && !id.isNull()) readAttributes(id);
 }
 
-AcDbObjectId DxfDrawingReader::append(std::unique_ptr<AcDbEntity> entity, const Object& object, AcDbObjectId blockId) {
+AcDbObjectId DxfDrawingReader::append(std::unique_ptr<AcDbEntity> entity, const Object& object,
+                                      AcDbObjectId blockId) {
     auto* const block = AcDbBlockTableRecord::cast(AcDbObjectAccess::object(blockId));
     AcDbObjectId id;
     if (!block->isWriteEnabled()) {
@@ -122,7 +123,8 @@ AcDbObjectId DxfDrawingReader::append(std::unique_ptr<AcDbEntity> entity, const 
     const Acad::ErrorStatus status = block->appendAcDbEntity(id, entity.get());
     block->close();
     if (status != Acad::eOk) {
-        problem(object.line, fmt::format("{} cannot be taken in ({})", object.type, acadErrorStatusText(status)));
+        problem(object.line,
+                fmt::format("{} cannot be taken in ({})", object.type, acadErrorStatusText(status)));
         leaveOut(object.type);
         return {};
     }
@@ -135,7 +137,8 @@ AcDbObjectId DxfDrawingReader::append(std::unique_ptr<AcDbEntity> entity, const 
 }
 
 // Points that a fit or a spline has put in between go; they come again.
-void DxfDrawingReader::readVertices(std::unique_ptr<AcDbEntity> entity, const Object& head, AcDbObjectId block) {
+void DxfDrawingReader::readVertices(std::unique_ptr<AcDbEntity> entity, const Object& head,
+                                    AcDbObjectId block) {
     auto* const polyline = AcDb2dPolyline::cast(entity.get());
     const bool isFilled = fill(*entity, head);
     const AcGeVector3d normal = polyline ? polyline->normal() : AcGeVector3d::kZAxis;
@@ -156,7 +159,8 @@ void DxfDrawingReader::readVertices(std::unique_ptr<AcDbEntity> entity, const Ob
             if (item.code == AcDb::kDxfXCoord) point = item.point;
             if (item.code == 42) bulge = item.real;
         }
-        if (!m_filer.expected().empty()) problem(m_filer.line(), m_filer.expected() + " was expected in VERTEX");
+        if (!m_filer.expected().empty())
+            problem(m_filer.line(), m_filer.expected() + " was expected in VERTEX");
         point.z = polyline->elevation();
         polyline->appendVertex(planeToWorld(point, normal), bulge);
     }
@@ -230,7 +234,8 @@ void DxfDrawingReader::completeFromRecord(std::unique_ptr<AcDbEntity>& entity, O
     const std::string record = base.record().substr(0, base.endOfBase()) + translated;
     RecordReader reader(AcDb::kFileFiler, &m_database, record);
     if (complete->dwgInFields(&reader) != Acad::eOk || reader.filerStatus() != Acad::eOk)
-        return problem(object.line, fmt::format("the record of {} cannot be read, its groups remain", object.type));
+        return problem(object.line,
+                       fmt::format("the record of {} cannot be read, its groups remain", object.type));
     whole.release();
     std::unique_ptr<AcDbEntity> completed(complete);
     Object changed;
@@ -241,8 +246,8 @@ void DxfDrawingReader::completeFromRecord(std::unique_ptr<AcDbEntity>& entity, O
     entity = std::move(completed);
 }
 
-// What the file says otherwise than the entity does: groups that another program has changed, with the marker of
-// the class in front of them.
+// What the file says otherwise than the entity does: groups that another program has changed, with the marker
+// of the class in front of them.
 std::vector<DxfGroup> DxfDrawingReader::changedGroups(const AcDbEntity& entity, const Object& object) {
     DxfListWriter writer(&m_database);
     entity.dxfOutFields(&writer);
@@ -251,7 +256,8 @@ std::vector<DxfGroup> DxfDrawingReader::changedGroups(const AcDbEntity& entity, 
     const auto isMarker = [](int code, std::string_view text) {
         return code == AcDb::kDxfSubclass && text != "AcDbEntity";
     };
-    while (own && !(own->restype == AcDb::kDxfSubclass && isMarker(own->restype, textOf(*own)))) own = own->rbnext;
+    while (own && !(own->restype == AcDb::kDxfSubclass && isMarker(own->restype, textOf(*own))))
+        own = own->rbnext;
     std::vector<DxfGroup> changed;
     AcDbDxfItem item;
     m_filer.start(object.groups);
@@ -285,7 +291,8 @@ void DxfDrawingReader::setXData(AcDbObject& object, const Object& from) {
         addDxfItem(chain, item);
     }
     const ResbufPtr data = chain.take();
-    const Acad::ErrorStatus status = m_filer.expected().empty() ? object.setXData(data.get()) : Acad::eInvalidInput;
+    const Acad::ErrorStatus status =
+        m_filer.expected().empty() ? object.setXData(data.get()) : Acad::eInvalidInput;
     if (status != Acad::eOk)
         problem(from.xdata.front().line, fmt::format("extended data of {} cannot be read", from.type));
 }

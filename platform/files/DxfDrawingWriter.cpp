@@ -84,8 +84,8 @@ std::vector<std::string> DxfDrawingWriter::losses() const {
 // The tables in the order in which they are written: what every drawing has comes first.
 void DxfDrawingWriter::findPlaces() {
     m_linetypes = recordsOf(m_database.linetypeTableId());
-    moveToFront(m_linetypes,
-                {m_database.byBlockLinetype(), m_database.byLayerLinetype(), m_database.continuousLinetype()});
+    moveToFront(m_linetypes, {m_database.byBlockLinetype(), m_database.byLayerLinetype(),
+                              m_database.continuousLinetype()});
     m_layers = recordsOf(m_database.layerTableId());
     moveToFront(m_layers, {m_database.layerZero()});
     m_styles = recordsOf(m_database.textStyleTableId());
@@ -186,7 +186,8 @@ void DxfDrawingWriter::writeClasses() {
         const AcDbObject& object = *slots[slot].object;
         if (const ProxyContent* proxy = proxyContentOf(object)) {
             if (!m_proxyClasses.try_emplace(proxy->className, number).second) continue;
-            writeClass(proxy->dxfName, proxy->className, proxy->appName, 0, object.isKindOf(AcDbEntity::desc()));
+            writeClass(proxy->dxfName, proxy->className, proxy->appName, 0,
+                       object.isKindOf(AcDbEntity::desc()));
             ++number;
             continue;
         }

@@ -38,8 +38,8 @@ private:
     void writeHeader();
     void writeHeaderMembers();
     void writeClasses();
-    void writeClass(const std::string& dxfName, const std::string& name, const std::string& application, int flags,
-                    bool isEntity);
+    void writeClass(const std::string& dxfName, const std::string& name, const std::string& application,
+                    int flags, bool isEntity);
 
     void writeTables();
     void beginTable(const char* name, std::uint64_t handle, std::size_t count);
@@ -48,6 +48,7 @@ private:
     void writeEmptyTable(const char* name);
     void writeApplications();
     void writeDimensionStyles();
+    void writeDimensionStyle(const std::string& name, AcDbObjectId kept, std::uint64_t table);
     void writeBlockRecords();
 
     void writeBlocks();

@@ -85,15 +85,16 @@ void DxfDrawingWriter::writePlain(AcDbEntity& entity) {
         writeAttributes(*reference);
 }
 
-// Handle and owner of an object that is in the drawing; one that stands in for another for this file alone has new
-// ones, and the owner of that.
+// Handle and owner of an object that is in the drawing; one that stands in for another for this file alone
+// has new ones, and the owner of that.
 void DxfDrawingWriter::writeObject(const AcDbObject& object, const std::string& type) {
     m_out.symbol(0, type);
     const std::uint64_t handle = object.handle().value();
     m_out.handle(5, handle == 0 ? newHandle() : handle);
     writeExtensionMark(object);
     m_out.handle(330, object.ownerId().handle().value());
-    if (object.dxfOutFields(&m_filer) != Acad::eOk) ++m_losses[fmt::format("{} give no groups of their own.", type)];
+    if (object.dxfOutFields(&m_filer) != Acad::eOk)
+        ++m_losses[fmt::format("{} give no groups of their own.", type)];
     m_filer.flushEntityTail();
     m_filer.resetFilerStatus();
 }
@@ -122,8 +123,8 @@ void DxfDrawingWriter::writePicture(AcDbEntity& entity) {
     m_out.bytes(kPictureBytes, picture);
 }
 
-// A class may tell less by its groups than it files. So that nothing is lost on the way back here, the whole record
-// goes along as extended data, of which other programs keep what they do not know.
+// A class may tell less by its groups than it files. So that nothing is lost on the way back here, the whole
+// record goes along as extended data, of which other programs keep what they do not know.
 void DxfDrawingWriter::writeRecord(const AcDbEntity& entity) {
     RecordWriter writer(AcDb::kFileFiler);
     const bool isWhole = entity.dwgOutFields(&writer) == Acad::eOk && writer.filerStatus() == Acad::eOk;
@@ -138,7 +139,8 @@ void DxfDrawingWriter::writeRecord(const AcDbEntity& entity) {
     m_out.bytes(kDxfRecordBytes, items);
 }
 
-// The class is not here to tell its groups, and its record means nothing to others: the picture is what remains.
+// The class is not here to tell its groups, and its record means nothing to others: the picture is what
+// remains.
 void DxfDrawingWriter::writeProxy(const AcDbEntity& entity, const ProxyContent& content) {
     constexpr int kProxyClass = 498;
     ++m_losses[fmt::format("{}: the class is not loaded, others get the picture alone.", content.className)];
@@ -167,7 +169,8 @@ void DxfDrawingWriter::writeProxy(const AcDbEntity& entity, const ProxyContent& 
     writeXData(entity);
 }
 
-void DxfDrawingWriter::writeSequenceEnd(const AcDbEntity& owner, std::uint64_t handle, std::uint64_t ownerHandle) {
+void DxfDrawingWriter::writeSequenceEnd(const AcDbEntity& owner, std::uint64_t handle,
+                                        std::uint64_t ownerHandle) {
     begin("SEQEND", handle, ownerHandle);
     m_out.symbol(100, kEntityMarker);
     m_out.text(8, owner.layer());
@@ -205,7 +208,8 @@ void DxfDrawingWriter::writeAttributes(const AcDbBlockReference& reference) {
         writeXData(*attribute);
     }
     const AcDbObjectId end = reference.sequenceEndId();
-    writeSequenceEnd(reference, end.isErased() ? newHandle() : end.handle().value(), reference.handle().value());
+    writeSequenceEnd(reference, end.isErased() ? newHandle() : end.handle().value(),
+                     reference.handle().value());
 }
 
 void DxfDrawingWriter::writeExploded(AcDbEntity& entity) {

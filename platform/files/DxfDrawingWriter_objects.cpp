@@ -2,6 +2,7 @@
 #include "drawing/AcDbDictionary.h"
 #include "drawing/EntityList.h"
 #include "files/DxfDrawingWriter.h"
+#include "files/dxf_dimension_styles.h"
 #include "graphics/DrawingExtents.h"
 
 #include <fmt/format.h>
@@ -13,7 +14,9 @@ namespace veldrin {
 
 namespace {
 
-constexpr std::array<const char*, 3> kFrameEntries = {"ACAD_GROUP", "ACAD_LAYOUT", "ACAD_PLOTSTYLENAME"};
+// What is written otherwise; the first three are the file's own.
+constexpr std::array<const char*, 4> kFrameEntries = {"ACAD_GROUP", "ACAD_LAYOUT", "ACAD_PLOTSTYLENAME",
+                                                      kDimensionStyles};
 
 void beginDictionary(DxfOutput& out) {
     out.symbol(100, "AcDbDictionary");
@@ -59,7 +62,8 @@ void DxfDrawingWriter::writeRootDictionary() {
     if (!named) return;
     std::vector<AcDbObjectId> own;
     for (const auto& [name, id] : named->entries()) {
-        if (id.isErased() || std::find(kFrameEntries.begin(), kFrameEntries.end(), name) != kFrameEntries.end())
+        if (id.isErased() ||
+            std::find(kFrameEntries.begin(), kFrameEntries.end(), name) != kFrameEntries.end())
             continue;
         entry(m_out, name, id.handle().value());
         own.push_back(id);

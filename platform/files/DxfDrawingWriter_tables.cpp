@@ -1,7 +1,11 @@
 #include "drawing/AcDbBlockTable.h"
 #include "drawing/AcDbDatabase.h"
+#include "drawing/AcDbDictionary.h"
 #include "drawing/AcDbObjectAccess.h"
+#include "drawing/DxfListFiler.h"
+#include "drawing/SymbolNames.h"
 #include "files/DxfDrawingWriter.h"
+#include "files/dxf_dimension_styles.h"
 #include "files/dxf_records.h"
 #include "graphics/DrawingExtents.h"
 
@@ -103,17 +107,33 @@ void DxfDrawingWriter::writeEmptyTable(const char* name) {
     m_out.symbol(0, "ENDTAB");
 }
 
+// The usual one, and those that came from other programs.
 void DxfDrawingWriter::writeDimensionStyles() {
-    constexpr int kHandleCode = 105;
+    constexpr const char* kUsual = "Standard";
+    std::map<std::string, AcDbObjectId> styles{{kUsual, AcDbObjectId()}};
+    AcDbObjectId id;
+    if (const AcDbObjectPointer<AcDbDictionary> named(m_database.namedObjectsDictionaryId());
+        named && named->getAt(kDimensionStyles, id) == Acad::eOk)
+        if (const AcDbObjectPointer<AcDbDictionary> kept(id); kept)
+            for (const auto& [name, record] : kept->entries())
+                styles[sameSymbolName(name, kUsual) ? kUsual : name] = record;
     const std::uint64_t table = newHandle();
-    beginTable("DIMSTYLE", table, 1);
+    beginTable("DIMSTYLE", table, styles.size());
     m_out.symbol(100, "AcDbDimStyleTable");
+    for (const auto& [name, record] : styles) writeDimensionStyle(name, record, table);
+    m_out.symbol(0, "ENDTAB");
+}
+
+void DxfDrawingWriter::writeDimensionStyle(const std::string& name, AcDbObjectId kept, std::uint64_t table) {
+    constexpr int kHandleCode = 105;
     begin("DIMSTYLE", newHandle(), table, kHandleCode);
     m_out.symbol(100, kRecordMarker);
     m_out.symbol(100, "AcDbDimStyleTableRecord");
-    m_out.symbol(2, "Standard");
-    m_out.integer(70, 0);
-    m_out.symbol(0, "ENDTAB");
+    m_out.text(2, name);
+    const AcDbObjectPointer<AcDbXrecord> record(kept);
+    if (!record) return m_out.integer(70, 0);
+    const ResbufPtr groups(record->rbChain());
+    for (const resbuf* group = groups.get(); group; group = group->rbnext) writeDxfItem(m_filer, *group);
 }
 
 void DxfDrawingWriter::writeBlockRecords() {

@@ -26,14 +26,16 @@ std::optional<std::string> exportDxf(AcDbDatabase& database, const std::string& 
     std::string problem = whyNotWritable(target);
     if (problem.empty()) {
         FileReplacement replacement(target);
-        DxfOutput out(replacement.path(), options.version, std::clamp(options.decimals, 0, kDxfFullPrecision));
+        DxfOutput out(replacement.path(), options.version,
+                      std::clamp(options.decimals, 0, kDxfFullPrecision));
         DxfDrawingWriter writer(out, database, options.explodes);
         writer.write();
         problem = out.finish();
         if (problem.empty()) problem = replacement.commit();
         losses = writer.losses();
         if (out.senselessNumbers() > 0)
-            losses.push_back(fmt::format("{} values that are no numbers were written as 0.", out.senselessNumbers()));
+            losses.push_back(
+                fmt::format("{} values that are no numbers were written as 0.", out.senselessNumbers()));
     }
     if (!problem.empty()) return complaint("export", path, problem);
     return std::nullopt;

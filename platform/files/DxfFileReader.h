@@ -10,8 +10,8 @@
 
 namespace veldrin {
 
-// The groups of one object from an exchange file, as its class reads them. Markers of classes are obeyed where there
-// are any. Points are put together, handles are looked up, texts are decoded.
+// The groups of one object from an exchange file, as its class reads them. Markers of classes are obeyed
+// where there are any. Points are put together, handles are looked up, texts are decoded.
 class DxfFileReader final : public AcDbDxfFiler {
 public:
     using HandleMap = std::function<AcDbObjectId(std::uint64_t handle)>;
@@ -19,8 +19,8 @@ public:
     DxfFileReader(AcDbDatabase& database, DxfTextDecoder& decoder, HandleMap handles);
     ~DxfFileReader() override;
 
-    // The next object's groups: what stands behind its type, the head, controls and the picture of an entity left
-    // out.
+    // The next object's groups: what stands behind its type, the head, controls and the picture of an entity
+    // left out.
     void start(const std::vector<DxfGroup>& groups);
     // What a value should have been, and the line of its group; empty when all of them could be read.
     const std::string& expected() const { return m_expected; }

@@ -2,6 +2,8 @@
 
 #include "drawing/AcDbObject.h"
 
+#include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace veldrin {
@@ -25,7 +27,14 @@ Acad::ErrorStatus DxfFileWriter::writeItem(int code, const AcDbObjectId& id) {
     return m_status;
 }
 
+// Angles are kept in radians: what was a round number of degrees is one again.
 Acad::ErrorStatus DxfFileWriter::writeDouble(int code, double value, int) {
+    constexpr int kFirstAngle = 50, kLastAngle = 58;
+    constexpr double kGrid = 1e9, kNoise = 1e-12;
+    if (code >= kFirstAngle && code <= kLastAngle) {
+        const double rounded = std::round(value * kGrid) / kGrid;
+        if (std::abs(value - rounded) <= kNoise * std::max(1.0, std::abs(value))) value = rounded;
+    }
     m_out.real(code, value);
     return m_status;
 }

@@ -7,7 +7,8 @@
 
 namespace veldrin {
 
-// Exchange data of objects into a file. Ids are written as handles; those of nothing, or of what is erased, as 0.
+// Exchange data of objects into a file. Ids are written as handles; those of nothing, or of what is erased,
+// as 0.
 class DxfFileWriter final : public AcDbDxfFiler {
 public:
     DxfFileWriter(DxfOutput& out, AcDbDatabase* database) : m_out(out), m_database(database) {}

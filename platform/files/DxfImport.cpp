@@ -55,7 +55,8 @@ private:
 
 std::string counted(const std::map<std::string, int>& kinds) {
     std::string text;
-    for (const auto& [kind, count] : kinds) text += fmt::format("{}{} {}", text.empty() ? "" : ", ", count, kind);
+    for (const auto& [kind, count] : kinds)
+        text += fmt::format("{}{} {}", text.empty() ? "" : ", ", count, kind);
     return text;
 }
 

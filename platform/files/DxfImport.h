@@ -25,8 +25,8 @@ struct DxfImportReport {
 // Whether the name ends as exchange files do.
 VELDRIN_API bool isExchangeFile(const std::string& path);
 
-// The drawing of an exchange file, or the line about what failed. A reader goes on where it can: an object that
-// cannot be read is left out and told.
+// The drawing of an exchange file, or the line about what failed. A reader goes on where it can: an object
+// that cannot be read is left out and told.
 [[nodiscard]] VELDRIN_API std::variant<std::unique_ptr<AcDbDatabase>, std::string>
 importDxf(const std::string& path, DxfImportReport& report);
 

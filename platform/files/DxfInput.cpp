@@ -99,12 +99,13 @@ bool DxfInput::nextText(DxfGroup& group) {
     group.line = m_line;
     if (!takeLine(line)) return false;
     if (!readCode(line, group.code)) {
-        const bool isEmptyRest = trimmed(line).empty() && trimmed(m_bytes.substr(m_at)).find_first_not_of("\r\n\x1a") ==
-                                                              std::string_view::npos;
+        const bool isEmptyRest =
+            trimmed(line).empty() &&
+            trimmed(m_bytes.substr(m_at)).find_first_not_of("\r\n\x1a") == std::string_view::npos;
         if (isEmptyRest) return false;
         if (m_problems.size() < kMostProblems)
-            m_problems.push_back(fmt::format("line {}: a group code was expected instead of \"{}\"", group.line,
-                                             line.substr(0, 40)));
+            m_problems.push_back(fmt::format("line {}: a group code was expected instead of \"{}\"",
+                                             group.line, line.substr(0, 40)));
         return resync() && nextText(group);
     }
     if (!takeLine(group.value)) {
@@ -178,7 +179,8 @@ bool DxfInput::nextBinary(DxfGroup& group) {
             isWhole = takeNumber(size) && m_bytes.size() - m_at >= size;
             if (!isWhole) break;
             std::string hex;
-            for (const char byte : m_bytes.substr(m_at, size)) hex += fmt::format("{:02X}", static_cast<unsigned char>(byte));
+            for (const char byte : m_bytes.substr(m_at, size))
+                hex += fmt::format("{:02X}", static_cast<unsigned char>(byte));
             group.value = keep(std::move(hex));
             m_at += size;
             break;

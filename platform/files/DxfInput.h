@@ -14,11 +14,13 @@ struct DxfGroup {
     std::string_view value; // of a text file the line without its end
     std::uint32_t line = 0; // of the code, from 1; of a binary file the place of the code
 
-    bool is(int wantedCode, std::string_view wantedValue) const { return code == wantedCode && value == wantedValue; }
+    bool is(int wantedCode, std::string_view wantedValue) const {
+        return code == wantedCode && value == wantedValue;
+    }
 };
 
-// The groups of an exchange file in memory, text or binary, one after the other. Where a code cannot be read the
-// input goes on at the next object, and tells.
+// The groups of an exchange file in memory, text or binary, one after the other. Where a code cannot be read
+// the input goes on at the next object, and tells.
 class DxfInput {
 public:
     // `bytes` outlive the input.
@@ -57,7 +59,7 @@ private:
     std::size_t m_at = 0;
     std::uint32_t m_line = 1;
     bool m_isBinary = false;
-    bool m_hasShortCodes = false; // binary files of old
+    bool m_hasShortCodes = false;   // binary files of old
     std::deque<std::string> m_kept; // values of a binary file as text
     std::vector<std::string> m_problems;
 };

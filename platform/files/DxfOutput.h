@@ -16,8 +16,8 @@ enum class DxfVersion {
 
 inline constexpr int kDxfFullPrecision = 16;
 
-// The groups of an exchange file as lines of text, through a buffer. The first failure stays and is told at the
-// end.
+// The groups of an exchange file as lines of text, through a buffer. The first failure stays and is told at
+// the end.
 class DxfOutput {
 public:
     // Decimal places: from 0 to 16, which means all that a number has.

@@ -83,7 +83,9 @@ private:
         m_bytes.append(static_cast<const char*>(value), size);
         return *this;
     }
-    void store(std::size_t at, std::uint32_t value) { std::memcpy(m_bytes.data() + at, &value, sizeof value); }
+    void store(std::size_t at, std::uint32_t value) {
+        std::memcpy(m_bytes.data() + at, &value, sizeof value);
+    }
 
     std::string m_bytes;
     std::size_t m_begin = 0;
@@ -123,7 +125,8 @@ private:
         m_blob.end();
     }
 
-    static std::uint32_t indexOf(const std::unordered_map<AcDbObjectId, std::uint32_t>& places, AcDbObjectId id) {
+    static std::uint32_t indexOf(const std::unordered_map<AcDbObjectId, std::uint32_t>& places,
+                                 AcDbObjectId id) {
         const auto found = places.find(id);
         return found == places.end() ? 0 : found->second;
     }
@@ -171,7 +174,8 @@ private:
     void putCurve(const CurvePath& path) {
         for (const CurvePiece& piece : path.pieces()) {
             if (piece.isArc())
-                putArc(piece.center, piece.radius, piece.normal(), (piece.start - piece.center).normal(), piece.sweep);
+                putArc(piece.center, piece.radius, piece.normal(), (piece.start - piece.center).normal(),
+                       piece.sweep);
             else
                 putPoints(kPolyline, std::array{piece.start, piece.end});
         }
@@ -179,13 +183,15 @@ private:
     void putText(const AcGiText& text) {
         const TextLayout layout = layoutOf(text);
         layout.rows(
-            [&](std::u32string_view letters, const AcGePoint2d& at, double height, double width, double oblique) {
+            [&](std::u32string_view letters, const AcGePoint2d& at, double height, double width,
+                double oblique) {
                 m_blob.begin(kText);
                 m_blob << placeOf(text, at) << text.normal << text.direction << letters;
                 m_blob << static_cast<std::uint32_t>(letters.size()) << std::uint32_t{1};
                 m_blob << height << width << oblique << 1.0;
                 for (int i = 0; i < kTextFlags; ++i) m_blob << std::uint32_t{0};
-                m_blob << std::u32string_view() << std::u32string_view(fontOf(text.style)) << std::u32string_view();
+                m_blob << std::u32string_view() << std::u32string_view(fontOf(text.style))
+                       << std::u32string_view();
                 m_blob.end();
             },
             [&](const AcGePoint2d& from, const AcGePoint2d& to) {

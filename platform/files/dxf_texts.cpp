@@ -42,7 +42,11 @@ void appendUtf8(char32_t c, std::string& out) {
 char32_t takeCharacter(std::string_view& text) {
     const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
     const unsigned char first = byte(0);
-    const std::size_t length = first < 0x80 ? 1 : first >> 5 == 6 ? 2 : first >> 4 == 14 ? 3 : first >> 3 == 30 ? 4 : 0;
+    const std::size_t length = first < 0x80       ? 1
+                               : first >> 5 == 6  ? 2
+                               : first >> 4 == 14 ? 3
+                               : first >> 3 == 30 ? 4
+                                                  : 0;
     char32_t c = length == 1 ? first : first & (0xFFU >> (length + 1));
     bool isWhole = length != 0 && length <= text.size();
     for (std::size_t i = 1; isWhole && i < length; ++i) {
@@ -146,7 +150,8 @@ std::string converterName(std::string_view codePage) {
     if (name.starts_with("ANSI_")) return "CP" + name.substr(5);
     if (name.starts_with("DOS")) return "CP" + name.substr(3);
     if (name == "ASCII") return "CP1252";
-    if (name.starts_with("ISO8859-") || name.starts_with("ISO_8859-")) return "ISO-8859-" + name.substr(name.find('-') + 1);
+    if (name.starts_with("ISO8859-") || name.starts_with("ISO_8859-"))
+        return "ISO-8859-" + name.substr(name.find('-') + 1);
     return name;
 }
 
@@ -187,7 +192,8 @@ DxfTextDecoder::~DxfTextDecoder() = default;
 
 void DxfTextDecoder::setCodePage(std::string_view name) {
     const std::string converter = converterName(name);
-    m_codePage = converter == "UTF-8" || converter == "UTF8" ? nullptr : std::make_unique<Converter>(converter);
+    m_codePage =
+        converter == "UTF-8" || converter == "UTF8" ? nullptr : std::make_unique<Converter>(converter);
 }
 
 void DxfTextDecoder::appendConverted(Converter* converter, std::string_view bytes, std::string& text) {
@@ -243,7 +249,8 @@ void DxfTextDecoder::decode(std::string_view bytes, std::string& text) {
             flush(at);
             const char pair[] = {static_cast<char>(c >> 8), static_cast<char>(c)};
             appendConverted(multibyte(bytes[at + 3]), {pair, 2}, text);
-        } else if (rest.front() == '^' && rest.size() > 1 && (rest[1] == ' ' || (rest[1] >= '@' && rest[1] <= '_'))) {
+        } else if (rest.front() == '^' && rest.size() > 1 &&
+                   (rest[1] == ' ' || (rest[1] >= '@' && rest[1] <= '_'))) {
             flush(at);
             text += rest[1] == ' ' ? '^' : static_cast<char>(rest[1] - '@');
             rest.remove_prefix(2);

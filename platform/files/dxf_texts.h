@@ -14,8 +14,8 @@ void appendAsAnsi(std::string_view text, std::string& out);
 // For files in UTF-8.
 void appendAsUtf8(std::string_view text, std::string& out);
 
-// Turns texts of a file into UTF-8: from its code page ("ANSI_1252", "ANSI_932", "UTF-8" ...), with \U+XXXX and
-// \M+NXXXX. Bytes that mean nothing become U+FFFD; a code page that is unknown is taken for ANSI_1252.
+// Turns texts of a file into UTF-8: from its code page ("ANSI_1252", "ANSI_932", "UTF-8" ...), with \U+XXXX
+// and \M+NXXXX. Bytes that mean nothing become U+FFFD; a code page that is unknown is taken for ANSI_1252.
 class DxfTextDecoder {
 public:
     DxfTextDecoder();

@@ -38,7 +38,8 @@ void addPoints(std::span<const AcGePoint3d> points, bool closed, Pieces& pieces)
     }
     for (std::size_t i = 1; i < points.size(); ++i)
         pieces.push_back(std::make_unique<AcDbLine>(points[i - 1], points[i]));
-    if (closed && points.size() > 2) pieces.push_back(std::make_unique<AcDbLine>(points.back(), points.front()));
+    if (closed && points.size() > 2)
+        pieces.push_back(std::make_unique<AcDbLine>(points.back(), points.front()));
 }
 
 // Angles of an arc count from the X axis of its own plane.
@@ -98,7 +99,8 @@ void addPrimitive(const DisplayList& list, std::size_t index, Pieces& pieces) {
     }
     case PrimitiveKind::kArc: pieces.push_back(arcOf(list.arc(index))); break;
     case PrimitiveKind::kText:
-        pieces.push_back(list.text(index).multiline ? multilineOf(list.text(index)) : lineOfText(list.text(index)));
+        pieces.push_back(list.text(index).multiline ? multilineOf(list.text(index))
+                                                    : lineOfText(list.text(index)));
         break;
     case PrimitiveKind::kFittedCurve: addCurve(list.fittedCurve(index), pieces); break;
     }

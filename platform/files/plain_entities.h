@@ -8,8 +8,8 @@
 
 namespace veldrin {
 
-// Plain entities that look like a picture, in its order, in no drawing; for a primitive that no plain entity can be,
-// none.
+// Plain entities that look like a picture, in its order, in no drawing; for a primitive that no plain entity
+// can be, none.
 std::vector<std::unique_ptr<AcDbEntity>> plainEntities(const DisplayList& list);
 
 } // namespace veldrin

@@ -46,8 +46,8 @@ public:
     AcGePoint2d lowerLeft() const;
     AcGePoint2d upperRight() const;
     void strokes(const std::function<void(std::span<const AcGePoint2d>)>& put) const;
-    // The same for who draws letters: what stands on one baseline in one look, from its left end, and the lines
-    // drawn under, over and through letters and in fractions.
+    // The same for who draws letters: what stands on one baseline in one look, from its left end, and the
+    // lines drawn under, over and through letters and in fractions.
     using PutLetters = std::function<void(std::u32string_view text, const AcGePoint2d& at, double height,
                                           double widthFactor, double oblique)>;
     using PutLine = std::function<void(const AcGePoint2d& from, const AcGePoint2d& to)>;
