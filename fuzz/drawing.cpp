@@ -144,7 +144,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         if (veldrin::saveDrawingCopy(**drawing, copy)) std::abort();
         if (veldrin::openDrawing(copy).index() != 0) std::abort();
     } else {
-        veldrin::checkDrawing(path);
+        static_cast<void>(veldrin::checkDrawing(path)); // that it ends is what counts
     }
     return 0;
 }

@@ -71,12 +71,28 @@ Acad::ErrorStatus AcDb2dPolyline::setClosed(bool closed) {
 }
 
 Acad::ErrorStatus AcDb2dPolyline::appendVertex(const AcGePoint3d& point, double bulge) {
+    return appendVertices({point}, {bulge});
+}
+
+// Long rows come one by one, so that what is there already is not looked at.
+Acad::ErrorStatus AcDb2dPolyline::appendVertices(const AcGePoint3dArray& points,
+                                                 const AcGeDoubleArray& bulges) {
     assertWriteEnabled();
-    if (m_definition.empty() && m_elevation == 0.0) m_elevation = point.asVector().dotProduct(m_normal);
-    m_definition.push_back(point);
-    if (m_type != AcDb::k2dFitCurvePoly) m_bulges.push_back(bulge);
-    setHeights();
-    fit();
+    if (points.size() != bulges.size()) return Acad::eInvalidInput;
+    if (points.empty()) return Acad::eOk;
+    if (m_definition.empty() && m_elevation == 0.0)
+        m_elevation = points.front().asVector().dotProduct(m_normal);
+    const bool isFitted = m_type == AcDb::k2dFitCurvePoly;
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        const double height = points[i].asVector().dotProduct(m_normal);
+        const AcGePoint3d level = points[i] + m_normal * (m_elevation - height);
+        m_definition.push_back(level);
+        if (isFitted) continue;
+        m_vertices.push_back(level);
+        m_bulges.push_back(bulges[i]);
+    }
+    m_path.reset();
+    if (isFitted) fit();
     return Acad::eOk;
 }
 

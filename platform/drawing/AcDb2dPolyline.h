@@ -28,6 +28,7 @@ public:
     Acad::ErrorStatus setClosed(bool closed);
     // At the end; the height is the polyline's, the first vertex's when it had none.
     Acad::ErrorStatus appendVertex(const AcGePoint3d& point, double bulge = 0.0);
+    Acad::ErrorStatus appendVertices(const AcGePoint3dArray& points, const AcGeDoubleArray& bulges);
     double length() const;
     // The points that it was built from, and what is drawn: the same but for a fitted one. In the world.
     const AcGePoint3dArray& definition() const { return m_definition; }

@@ -58,7 +58,7 @@ bool AcDbBlockTableRecord::isAnonymous() const {
 bool AcDbBlockTableRecord::hasAttributeDefinitions() const {
     return std::ranges::any_of(m_entities, [](AcDbObjectId id) {
         if (id.isErased()) return false;
-        const auto* definition = dynamic_cast<const AcDbAttributeDefinition*>(AcDbObjectAccess::object(id));
+        const auto* definition = AcDbAttributeDefinition::cast(AcDbObjectAccess::object(id));
         return definition && !definition->isConstant();
     });
 }

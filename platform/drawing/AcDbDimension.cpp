@@ -50,7 +50,7 @@ Acad::ErrorStatus AcDbDimension::dxfInFields(AcDbDxfFiler* filer) {
 
 // A copy in another drawing has a block of another name.
 std::string AcDbDimension::textOfGroup(const resbuf& group) const {
-    const auto* block = dynamic_cast<const AcDbBlockTableRecord*>(AcDbObjectAccess::object(m_block));
+    const auto* block = AcDbBlockTableRecord::cast(AcDbObjectAccess::object(m_block));
     if (group.restype == kBlockName && block) return block->getName();
     return AcDbForeignEntity::textOfGroup(group);
 }

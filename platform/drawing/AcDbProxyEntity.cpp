@@ -111,8 +111,8 @@ Acad::ErrorStatus pour(const AcDbObject& from, AcDbObject& into) {
 } // namespace
 
 const ProxyContent* proxyContentOf(const AcDbObject& object) {
-    if (const auto* entity = dynamic_cast<const AcDbProxyEntity*>(&object)) return &entity->content();
-    if (const auto* other = dynamic_cast<const AcDbProxyObject*>(&object)) return &other->content();
+    if (const auto* entity = AcDbProxyEntity::cast(&object)) return &entity->content();
+    if (const auto* other = AcDbProxyObject::cast(&object)) return &other->content();
     return nullptr;
 }
 

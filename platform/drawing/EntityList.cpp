@@ -112,7 +112,7 @@ bool applicationsAreKnown(const AcDbDatabase& database, const resbuf* xdata) {
 }
 
 bool isOnLockedLayer(const AcDbObject& object) {
-    const auto* const entity = dynamic_cast<const AcDbEntity*>(&object);
+    const auto* const entity = AcDbEntity::cast(&object);
     if (!entity) return false;
     const auto* layer = AcDbLayerTableRecord::cast(AcDbObjectAccess::object(entity->layerId()));
     return layer && layer->isLocked();
@@ -121,8 +121,10 @@ bool isOnLockedLayer(const AcDbObject& object) {
 } // namespace
 
 std::string dxfNameOf(const AcDbObject& object) {
-    const auto* foreign = dynamic_cast<const AcDbForeignEntity*>(&object);
-    if (foreign && !foreign->dxfName().empty()) return foreign->dxfName();
+    if (object.isKindOf(AcDbForeignEntity::desc())) {
+        const std::string& own = static_cast<const AcDbForeignEntity&>(object).dxfName();
+        if (!own.empty()) return own;
+    }
     const std::string& name = object.isA()->dxfName();
     return name.empty() ? object.isA()->name() : name;
 }

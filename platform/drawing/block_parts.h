@@ -12,7 +12,7 @@ namespace veldrin {
 
 // References nested beyond these are a mistake, or were made to stop programs.
 inline constexpr std::size_t kDeepestBlock = 64;
-inline constexpr std::size_t kMostBlocks = 1'000'000; // within one reference
+inline constexpr std::size_t kMostBlocks = 100'000; // within one reference
 
 // A copy in no drawing, moved by the matrix; a curve that cannot be scaled so becomes a polyline. Null for
 // what cannot be copied or moved.

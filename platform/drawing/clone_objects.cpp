@@ -83,7 +83,7 @@ Acad::ErrorStatus Cloning::add(AcDbObject& original, std::unique_ptr<AcDbObject>
 
 // A block without a name of its own is another one in every drawing.
 std::string Cloning::nameOfCopy(const AcDbSymbolTableRecord& original) const {
-    const auto* const block = dynamic_cast<const AcDbBlockTableRecord*>(&original);
+    const auto* const block = AcDbBlockTableRecord::cast(&original);
     return block && block->isAnonymous() ? freeBlockName(m_target, original.getName().substr(0, 2))
                                          : original.getName();
 }
@@ -92,11 +92,11 @@ std::string Cloning::nameOfCopy(const AcDbSymbolTableRecord& original) const {
 // its extension dictionary.
 Acad::ErrorStatus Cloning::makeOwned(const AcDbObject& original, AcDbObjectId owner) {
     std::vector<AcDbObjectId> owned{AcDbObjectAccess::extensionDictionary(original)};
-    if (const auto* dictionary = dynamic_cast<const AcDbDictionary*>(&original)) {
+    if (const auto* dictionary = AcDbDictionary::cast(&original)) {
         for (const auto& [name, id] : dictionary->entries()) owned.push_back(id);
-    } else if (const auto* block = dynamic_cast<const AcDbBlockTableRecord*>(&original)) {
+    } else if (const auto* block = AcDbBlockTableRecord::cast(&original)) {
         owned.insert(owned.end(), block->entityIds().begin(), block->entityIds().end());
-    } else if (const auto* reference = dynamic_cast<const AcDbBlockReference*>(&original)) {
+    } else if (const auto* reference = AcDbBlockReference::cast(&original)) {
         owned = reference->attributeIds();
         owned.push_back(reference->sequenceEndId());
         owned.push_back(AcDbObjectAccess::extensionDictionary(original));
@@ -151,7 +151,7 @@ AcDbObjectId Cloning::translate(AcDbObjectId original) {
     const AcDbObjectId table = tableOfSameKind(original);
     if (!table.isNull()) return table;
     const AcDbObject* const object = AcDbObjectAccess::object(original);
-    const auto* const record = dynamic_cast<const AcDbSymbolTableRecord*>(object);
+    const auto* const record = AcDbSymbolTableRecord::cast(object);
     if (!record) return {};
     const AcDbObjectId owner = tableOfSameKind(record->ownerId());
     const AcDbObjectId known = AcDbObjectAccess::findRecord(owner, nameOfCopy(*record));

@@ -22,7 +22,6 @@ private:
 
     enum class Stage { kHead, kPolyline, kEdges, kPattern, kSeeds } m_stage = Stage::kHead;
     int m_edge = 0; // 1 line, 2 arc, 3 ellipse, 4 spline
-    const resbuf* m_last = nullptr;
     bool m_clockwise = false;
 };
 

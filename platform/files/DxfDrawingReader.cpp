@@ -74,10 +74,18 @@ DxfDrawingReader::DxfDrawingReader(DxfInput& input, AcDbDatabase& database, DxfI
     : m_input(input)
     , m_database(database)
     , m_report(report)
-    , m_filer(database, m_decoder, [this](std::uint64_t handle) {
-        const auto found = m_handles.find(handle);
-        return found == m_handles.end() ? AcDbObjectId() : found->second;
-    }) {}
+    , m_filer(database, m_decoder, [this](std::uint64_t handle) { return m_handles.find(handle); }) {}
+
+AcDbObjectId DxfDrawingReader::HandleTable::find(std::uint64_t handle) {
+    const auto byHandle = [](const auto& a, const auto& b) { return a.first < b.first; };
+    if (m_sorted != m_pairs.size()) {
+        std::stable_sort(m_pairs.begin(), m_pairs.end(), byHandle);
+        m_sorted = m_pairs.size();
+    }
+    const auto found =
+        std::lower_bound(m_pairs.begin(), m_pairs.end(), std::pair(handle, AcDbObjectId()), byHandle);
+    return found != m_pairs.end() && found->first == handle ? found->second : AcDbObjectId();
+}
 
 DxfDrawingReader::~DxfDrawingReader() = default;
 
@@ -175,6 +183,7 @@ void DxfDrawingReader::read() {
             skipToSection();
     }
     if (!hasEnd) m_report.problems.push_back("the file ends before its end mark (EOF was expected)");
+    closeBlock();
     for (const std::string& text : m_input.problems()) m_report.problems.push_back(text);
     applyHeader();
 }
@@ -227,7 +236,7 @@ void DxfDrawingReader::readRecord(const Object& object, AcDbObjectId table) {
         made.release();
         record->close();
     }
-    if (object.handle != 0) m_handles[object.handle] = id;
+    m_handles.note(object.handle, id);
     const AcDbObjectPointer<AcDbSymbolTableRecord> record(id, AcDb::kForWrite);
     if (!record) return;
     fill(*record, object);
@@ -267,8 +276,7 @@ AcDbObjectId DxfDrawingReader::dimensionStyles() {
 void DxfDrawingReader::noteBlockRecord(const Object& object) {
     std::string name;
     m_decoder.decode(object.text(2), name);
-    if (const AcDbObjectId block = blockNamed(name); !block.isNull() && object.handle != 0)
-        m_handles[object.handle] = block;
+    if (const AcDbObjectId block = blockNamed(name); !block.isNull()) m_handles.note(object.handle, block);
 }
 
 // Makes the block where it is missing. Null for a name that no block can have.
@@ -316,7 +324,8 @@ void DxfDrawingReader::readBlocks() {
             m_decoder.decode(object.text(2), name);
             block = blockNamed(name);
             if (block.isNull()) problem(object.line, fmt::format("\"{}\" is no name for a block", name));
-            if (!block.isNull() && object.handle != 0) {
+            if (!block.isNull()) {
+                closeBlock();
                 const AcDbObjectPointer<AcDbBlockTableRecord> record(block, AcDb::kForWrite);
                 AcDbDxfItem item;
                 m_filer.start(object.groups);

@@ -11,6 +11,7 @@
 #include <vector>
 
 class AcDb2dPolyline;
+class AcDbBlockTableRecord;
 class AcDbBlockReference;
 class AcDbSymbolTable;
 
@@ -26,6 +27,19 @@ public:
     void read();
 
 private:
+    // Objects by their handles in the file, which are looked up far less often than noted.
+    class HandleTable {
+    public:
+        void note(std::uint64_t handle, AcDbObjectId id) {
+            if (handle != 0) m_pairs.emplace_back(handle, id);
+        }
+        AcDbObjectId find(std::uint64_t handle);
+
+    private:
+        std::vector<std::pair<std::uint64_t, AcDbObjectId>> m_pairs;
+        std::size_t m_sorted = 0; // so many are in order
+    };
+
     // An object: its type, and the groups up to the next one.
     struct Object {
         std::string type;
@@ -65,6 +79,8 @@ private:
     std::unique_ptr<AcDbEntity> makeEntity(const Object& object);
     bool fill(AcDbObject& object, const Object& from);
     AcDbObjectId append(std::unique_ptr<AcDbEntity> entity, const Object& object, AcDbObjectId block);
+    void openBlock(AcDbObjectId block);
+    void closeBlock();
     void readVertices(std::unique_ptr<AcDbEntity> entity, const Object& head, AcDbObjectId block);
     void readAttributes(AcDbObjectId reference);
     void setXData(AcDbObject& object, const Object& from);
@@ -84,10 +100,11 @@ private:
     bool m_hasObject = false;
     DxfGroup m_ahead;
     bool m_hasAhead = false;
-    std::unordered_map<std::uint64_t, AcDbObjectId> m_handles;
+    HandleTable m_handles;
     std::unordered_map<std::string, std::vector<DxfGroup>> m_header; // by name: the values
-    std::string m_lastType;
-    AcRxClass* m_lastClass = nullptr;
+    std::unordered_map<std::string, AcRxClass*>
+        m_classes;                               // by the type of their entities; null for unknown ones
+    AcDbBlockTableRecord* m_openBlock = nullptr; // what entities are appended to
     std::unordered_map<std::string, AcDbObjectId> m_blocks; // by upper-case name
 };
 

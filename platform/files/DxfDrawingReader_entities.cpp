@@ -59,13 +59,13 @@ std::int64_t flagsOf(const std::vector<DxfGroup>& groups) {
 } // namespace
 
 std::unique_ptr<AcDbEntity> DxfDrawingReader::makeEntity(const Object& object) {
-    if (object.type != m_lastType) {
-        m_lastType = object.type;
-        m_lastClass = AcRxClassRegistry::instance().atDxfName(object.type);
-        if (m_lastClass && !m_lastClass->isDerivedFrom(AcDbEntity::desc())) m_lastClass = nullptr;
+    const auto [entry, isNew] = m_classes.try_emplace(object.type, nullptr);
+    if (isNew) {
+        AcRxClass* const found = AcRxClassRegistry::instance().atDxfName(object.type);
+        if (found && found->isDerivedFrom(AcDbEntity::desc())) entry->second = found;
     }
-    if (!m_lastClass) return std::make_unique<AcDbForeignEntity>(object.type);
-    std::unique_ptr<AcRxObject> made(m_lastClass->create());
+    if (!entry->second) return std::make_unique<AcDbForeignEntity>(object.type);
+    std::unique_ptr<AcRxObject> made(entry->second->create());
     auto* const entity = AcDbEntity::cast(made.get());
     if (entity) made.release();
     return std::unique_ptr<AcDbEntity>(entity);
@@ -114,14 +114,10 @@ void DxfDrawingReader::readEntity(Object& object, AcDbObjectId block) {
 
 AcDbObjectId DxfDrawingReader::append(std::unique_ptr<AcDbEntity> entity, const Object& object,
                                       AcDbObjectId blockId) {
-    auto* const block = AcDbBlockTableRecord::cast(AcDbObjectAccess::object(blockId));
+    openBlock(blockId);
     AcDbObjectId id;
-    if (!block->isWriteEnabled()) {
-        AcDbObject* opened = nullptr;
-        acdbOpenObject(opened, blockId, AcDb::kForWrite);
-    }
-    const Acad::ErrorStatus status = block->appendAcDbEntity(id, entity.get());
-    block->close();
+    const Acad::ErrorStatus status =
+        m_openBlock ? m_openBlock->appendAcDbEntity(id, entity.get()) : Acad::eNotOpenForWrite;
     if (status != Acad::eOk) {
         problem(object.line,
                 fmt::format("{} cannot be taken in ({})", object.type, acadErrorStatusText(status)));
@@ -131,9 +127,21 @@ AcDbObjectId DxfDrawingReader::append(std::unique_ptr<AcDbEntity> entity, const 
     AcDbEntity* const appended = entity.release();
     setXData(*appended, object);
     appended->close();
-    if (object.handle != 0) m_handles[object.handle] = id;
+    m_handles.note(object.handle, id);
     ++m_report.entities;
     return id;
+}
+
+// It stays open until another one's turn comes: opening files its state.
+void DxfDrawingReader::openBlock(AcDbObjectId block) {
+    if (m_openBlock && m_openBlock->objectId() == block) return;
+    closeBlock();
+    if (acdbOpenObject(m_openBlock, block, AcDb::kForWrite) != Acad::eOk) m_openBlock = nullptr;
+}
+
+void DxfDrawingReader::closeBlock() {
+    if (m_openBlock) m_openBlock->close();
+    m_openBlock = nullptr;
 }
 
 // Points that a fit or a spline has put in between go; they come again.
@@ -142,6 +150,8 @@ void DxfDrawingReader::readVertices(std::unique_ptr<AcDbEntity> entity, const Ob
     auto* const polyline = AcDb2dPolyline::cast(entity.get());
     const bool isFilled = fill(*entity, head);
     const AcGeVector3d normal = polyline ? polyline->normal() : AcGeVector3d::kZAxis;
+    AcGePoint3dArray points;
+    AcGeDoubleArray bulges;
     Object vertex;
     while (nextObject(vertex)) {
         if (vertex.type == "SEQEND") break;
@@ -162,13 +172,14 @@ void DxfDrawingReader::readVertices(std::unique_ptr<AcDbEntity> entity, const Ob
         if (!m_filer.expected().empty())
             problem(m_filer.line(), m_filer.expected() + " was expected in VERTEX");
         point.z = polyline->elevation();
-        polyline->appendVertex(planeToWorld(point, normal), bulge);
+        points.push_back(planeToWorld(point, normal));
+        bulges.push_back(bulge);
     }
     if (!polyline) {
         leaveOut((flagsOf(head.groups) & kPolyline3d) != 0 ? "POLYLINE in space" : "POLYLINE mesh");
         return;
     }
-    if (!isFilled) return leaveOut(head.type);
+    if (!isFilled || polyline->appendVertices(points, bulges) != Acad::eOk) return leaveOut(head.type);
     append(std::move(entity), head, block);
 }
 
@@ -195,7 +206,7 @@ void DxfDrawingReader::readAttributes(AcDbObjectId reference) {
         AcDbAttribute* const appended = attribute.release();
         setXData(*appended, object);
         appended->close();
-        if (object.handle != 0) m_handles[object.handle] = id;
+        m_handles.note(object.handle, id);
         ++m_report.entities;
     }
 }

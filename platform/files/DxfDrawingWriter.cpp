@@ -60,6 +60,7 @@ DxfDrawingWriter::DxfDrawingWriter(DxfOutput& out, AcDbDatabase& database, bool 
 
 void DxfDrawingWriter::write() {
     findPlaces();
+    m_extents = drawnExtents(m_database);
     writeHeader();
     const std::size_t seed = m_out.openHandle(5);
     m_out.symbol(0, "ENDSEC");
@@ -120,11 +121,10 @@ void DxfDrawingWriter::writeHeader() {
     m_out.symbol(1, isOld ? "AC1015" : "AC1032");
     m_out.symbol(9, "$DWGCODEPAGE");
     m_out.symbol(3, "ANSI_1252");
-    const AcDbExtents extents = drawnExtents(m_database);
     m_out.symbol(9, "$EXTMIN");
-    m_out.point(10, extents.isEmpty() ? AcGePoint3d(1e20, 1e20, 1e20) : extents.minPoint());
+    m_out.point(10, m_extents.isEmpty() ? AcGePoint3d(1e20, 1e20, 1e20) : m_extents.minPoint());
     m_out.symbol(9, "$EXTMAX");
-    m_out.point(10, extents.isEmpty() ? AcGePoint3d(-1e20, -1e20, -1e20) : extents.maxPoint());
+    m_out.point(10, m_extents.isEmpty() ? AcGePoint3d(-1e20, -1e20, -1e20) : m_extents.maxPoint());
     writeHeaderMembers();
     m_out.symbol(9, "$HANDSEED");
 }
@@ -184,6 +184,7 @@ void DxfDrawingWriter::writeClasses() {
     for (std::uint32_t slot = 1; slot < slots.size(); ++slot) {
         if (!slots.holds(slot) || slots[slot].erased) continue;
         const AcDbObject& object = *slots[slot].object;
+        if (object.isA() == last) continue;
         if (const ProxyContent* proxy = proxyContentOf(object)) {
             if (!m_proxyClasses.try_emplace(proxy->className, number).second) continue;
             writeClass(proxy->dxfName, proxy->className, proxy->appName, 0,
@@ -192,7 +193,6 @@ void DxfDrawingWriter::writeClasses() {
             continue;
         }
         const AcRxClass* const rxClass = object.isA();
-        if (rxClass == last) continue;
         last = rxClass;
         const bool isHosts = rxClass->appName() == AcDbEntity::desc()->appName();
         const bool isEntity = rxClass->isDerivedFrom(AcDbEntity::desc());

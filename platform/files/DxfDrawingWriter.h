@@ -82,6 +82,7 @@ private:
     struct {
         std::uint64_t layouts, modelLayout, paperLayout, groups, plotStyles, placeholder;
     } m_frame{};
+    AcDbExtents m_extents; // of what is shown
     DxfTablePlaces m_places;
     std::vector<AcDbObjectId> m_linetypes, m_layers, m_styles, m_applications, m_blocks;
     std::map<std::string, int> m_proxyClasses; // by name: place among the classes of the file

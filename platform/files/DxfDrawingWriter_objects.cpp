@@ -3,7 +3,6 @@
 #include "drawing/EntityList.h"
 #include "files/DxfDrawingWriter.h"
 #include "files/dxf_dimension_styles.h"
-#include "graphics/DrawingExtents.h"
 
 #include <fmt/format.h>
 
@@ -93,7 +92,7 @@ void DxfDrawingWriter::writeDictionary(AcDbObjectId id) {
 
 void DxfDrawingWriter::writeLayout(const char* name, std::uint64_t handle, bool isModel) {
     constexpr int kModelPlot = 1024;
-    const AcDbExtents extents = isModel ? drawnExtents(m_database) : AcDbExtents();
+    const AcDbExtents extents = isModel ? m_extents : AcDbExtents();
     const AcGePoint3d low = extents.isEmpty() ? AcGePoint3d() : extents.minPoint();
     const AcGePoint3d high = extents.isEmpty() ? AcGePoint3d() : extents.maxPoint();
     const AcDbObjectId block = isModel ? m_database.modelSpaceId() : m_database.paperSpaceId();

@@ -7,7 +7,6 @@
 #include "files/DxfDrawingWriter.h"
 #include "files/dxf_dimension_styles.h"
 #include "files/dxf_records.h"
-#include "graphics/DrawingExtents.h"
 
 namespace veldrin {
 
@@ -43,9 +42,8 @@ void DxfDrawingWriter::beginTable(const char* name, std::uint64_t handle, std::s
 // One view, of all that there is.
 void DxfDrawingWriter::writeViewports() {
     constexpr double kAspect = 1.5;
-    const AcDbExtents extents = drawnExtents(m_database);
-    const AcGePoint3d low = extents.isEmpty() ? AcGePoint3d() : extents.minPoint();
-    const AcGePoint3d high = extents.isEmpty() ? AcGePoint3d(12.0, 9.0, 0.0) : extents.maxPoint();
+    const AcGePoint3d low = m_extents.isEmpty() ? AcGePoint3d() : m_extents.minPoint();
+    const AcGePoint3d high = m_extents.isEmpty() ? AcGePoint3d(12.0, 9.0, 0.0) : m_extents.maxPoint();
     const std::uint64_t table = newHandle();
     beginTable("VPORT", table, 1);
     begin("VPORT", newHandle(), table);

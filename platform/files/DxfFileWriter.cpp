@@ -17,7 +17,11 @@ void DxfFileWriter::flushEntityTail() {
 }
 
 Acad::ErrorStatus DxfFileWriter::writeItem(int code, std::string_view text) {
-    if (code == AcDb::kDxfSubclass && text != "AcDbEntity") flushEntityTail();
+    if (code == AcDb::kDxfSubclass) {
+        if (m_tail && text != "AcDbEntity") flushEntityTail();
+        m_out.symbol(code, text);
+        return m_status;
+    }
     m_out.text(code, text);
     return m_status;
 }

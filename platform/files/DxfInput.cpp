@@ -94,11 +94,29 @@ bool DxfInput::takeLine(std::string_view& line) {
     return true;
 }
 
+// A line of blanks and up to four digits, which nearly all codes are.
+bool DxfInput::takeUsualCode(int& code) {
+    const char* at = m_bytes.data() + m_at;
+    const char* const end = m_bytes.data() + m_bytes.size();
+    while (at < end && *at == ' ') ++at;
+    const char* const digits = at;
+    int value = 0;
+    for (; at < end && at - digits < 4 && *at >= '0' && *at <= '9'; ++at) value = value * 10 + (*at - '0');
+    if (at == digits || value > kLastCode) return false;
+    if (at < end && *at == '\r') ++at;
+    if (at >= end || *at != '\n') return false;
+    code = value;
+    m_at = static_cast<std::size_t>(at + 1 - m_bytes.data());
+    ++m_line;
+    return true;
+}
+
 bool DxfInput::nextText(DxfGroup& group) {
     std::string_view line;
     group.line = m_line;
-    if (!takeLine(line)) return false;
-    if (!readCode(line, group.code)) {
+    const bool isUsual = takeUsualCode(group.code);
+    if (!isUsual && !takeLine(line)) return false;
+    if (!isUsual && !readCode(line, group.code)) {
         const bool isEmptyRest =
             trimmed(line).empty() &&
             trimmed(m_bytes.substr(m_at)).find_first_not_of("\r\n\x1a") == std::string_view::npos;

@@ -48,6 +48,7 @@ public:
 
 private:
     bool takeLine(std::string_view& line);
+    bool takeUsualCode(int& code);
     bool nextText(DxfGroup& group);
     bool nextBinary(DxfGroup& group);
     bool resync();

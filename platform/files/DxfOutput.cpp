@@ -102,6 +102,7 @@ void DxfOutput::symbol(int code, std::string_view name) {
 }
 
 void DxfOutput::text(int code, std::string_view text) {
+    if (isPlainDxfText(text)) return symbol(code, text);
     m_text.clear();
     (m_version == DxfVersion::kR2000 ? appendAsAnsi : appendAsUtf8)(text, m_text);
     symbol(code, m_text);

@@ -124,10 +124,6 @@ void appendCharacters(std::string_view text, std::string& out, Append append) {
     }
 }
 
-bool isPlain(std::string_view text) {
-    return std::ranges::all_of(text, [](char c) { return c >= 0x20 && c != '^' && c != '\\' && c != 0x7F; });
-}
-
 void appendAnsi(char32_t c, std::string& out) {
     if (c < 0x80 || (c >= 0xA0 && c <= 0xFF)) {
         out += static_cast<char>(c);
@@ -157,8 +153,12 @@ std::string converterName(std::string_view codePage) {
 
 } // namespace
 
+bool isPlainDxfText(std::string_view text) {
+    return std::ranges::all_of(text, [](char c) { return c >= 0x20 && c != '^' && c != '\\' && c != 0x7F; });
+}
+
 void appendAsAnsi(std::string_view text, std::string& out) {
-    if (isPlain(text)) {
+    if (isPlainDxfText(text)) {
         out += text;
         return;
     }
@@ -166,7 +166,7 @@ void appendAsAnsi(std::string_view text, std::string& out) {
 }
 
 void appendAsUtf8(std::string_view text, std::string& out) {
-    if (isPlain(text)) {
+    if (isPlainDxfText(text)) {
         out += text;
         return;
     }
@@ -230,7 +230,7 @@ DxfTextDecoder::Converter* DxfTextDecoder::multibyte(char number) {
 
 void DxfTextDecoder::decode(std::string_view bytes, std::string& text) {
     text.clear();
-    if (isPlain(bytes)) {
+    if (isPlainDxfText(bytes)) {
         text = bytes;
         return;
     }

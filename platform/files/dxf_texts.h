@@ -9,6 +9,9 @@ namespace veldrin {
 // Texts in exchange files. In both directions a line end is written as "^J" and "^" itself as "^ ", as a line
 // holds one value.
 
+// Whether a text is the same in all files.
+bool isPlainDxfText(std::string_view text);
+
 // For files whose texts are in the code page ANSI_1252; what it lacks becomes \U+XXXX.
 void appendAsAnsi(std::string_view text, std::string& out);
 // For files in UTF-8.

@@ -25,5 +25,8 @@ public:
     static CLASS* cast(AcRxObject* object) {                                                                 \
         return object && object->isKindOf(desc()) ? static_cast<CLASS*>(object) : nullptr;                   \
     }                                                                                                        \
+    static const CLASS* cast(const AcRxObject* object) {                                                     \
+        return object && object->isKindOf(desc()) ? static_cast<const CLASS*>(object) : nullptr;             \
+    }                                                                                                        \
     AcRxClass* isA() const override;                                                                         \
     static void rxInit()

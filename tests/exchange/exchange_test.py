@@ -121,7 +121,7 @@ class Out(ExchangeTest):
             '(command "BLOCK" "VALVE" "1,1" (entlast) "")',
             '(command "INSERT" "VALVE" "5,5" 2 2 45)',
             '(regapp "SHOP")',
-            '(entmod (append (entget (entlast)) \'((-3 ("SHOP" (1000 . "x^y") (1070 . 7) (1040 . 1.5))))))',
+            '(entmod (append (entget (entlast)) \'((-3 ("SHOP" (1000 . "x y") (1070 . 7) (1040 . 1.5))))))',
             f'(command "DXFOUT" "{out}" "")')
         document = self.audited(out)
         self.assertEqual(document.dxfversion, "AC1015")
@@ -136,7 +136,7 @@ class Out(ExchangeTest):
                          ((1, 2, 3), 3, 50, 2))
         insert = document.modelspace().query("INSERT")[0]
         self.assertEqual((insert.dxf.xscale, insert.dxf.rotation), (2, 45))
-        self.assertEqual([tuple(t) for t in insert.get_xdata("SHOP")], [(1000, "x^y"), (1070, 7), (1040, 1.5)])
+        self.assertEqual([tuple(t) for t in insert.get_xdata("SHOP")], [(1000, "x y"), (1070, 7), (1040, 1.5)])
         self.assertEqual(document.blocks.get("VALVE")[0].dxf.text, "Ø 15 ± 漢 %%c")
 
     def test_decimals_and_their_refusal(self):
