@@ -108,9 +108,11 @@ Acad::ErrorStatus AcDbSpline::dxfInFields(AcDbDxfFiler* filer) {
         return isOwn;
     });
     veldrin::ResbufPtr taken = groups.take();
-    if (read != Acad::eOk || !taken) return read;
-    m_exchange = std::move(taken);
-    followDefinition();
+    if (read != Acad::eOk) return read;
+    if (taken) {
+        m_exchange = std::move(taken);
+        followDefinition();
+    }
     return m_vertices.empty() ? Acad::eInvalidInput : Acad::eOk;
 }
 

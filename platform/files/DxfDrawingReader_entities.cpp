@@ -56,6 +56,14 @@ std::int64_t flagsOf(const std::vector<DxfGroup>& groups) {
     return flags;
 }
 
+// "LINE", "3DFACE", "ACAD_TABLE".
+bool isKind(std::string_view type) {
+    const auto isLetter = [](char c) { return c >= 'A' && c <= 'Z'; };
+    return std::ranges::any_of(type, isLetter) && std::ranges::all_of(type, [&](char c) {
+               return isLetter(c) || (c >= '0' && c <= '9') || c == '_';
+           });
+}
+
 } // namespace
 
 std::unique_ptr<AcDbEntity> DxfDrawingReader::makeEntity(const Object& object) {
@@ -91,6 +99,7 @@ bool DxfDrawingReader::fill(AcDbObject& object, const Object& from) {
 }
 
 void DxfDrawingReader::readEntity(Object& object, AcDbObjectId block) {
+    if (!isKind(object.type)) return problem(object.line, "a kind of entity was expected");
     std::unique_ptr<AcDbEntity> entity = makeEntity(object);
     if (!entity) return leaveOut(object.type);
     if (object.type == "POLYLINE") {
