@@ -128,6 +128,7 @@ Acad::ErrorStatus DxfFileReader::readItem(AcDbDxfItem& item) {
         item.kind = AcDbDxfItem::kId;
         item.id = m_handles(handleOf(group.value));
         break;
+    case RTNONE: item.kind = AcDbDxfItem::kNone; break; // there are no such groups
     default:
         item.kind = dxfTextKind(group.code);
         if (item.kind == AcDbDxfItem::kBytes)
