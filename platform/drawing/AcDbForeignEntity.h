@@ -45,6 +45,8 @@ protected:
     // A group as it is written and listed now.
     virtual std::string textOfGroup(const resbuf& group) const;
 
+    // False from the group on that files have in records of their own.
+    virtual bool isOwnGroup(const resbuf& group, const AcDbDxfFiler& filer) const;
     // Whether the point of this group has no third coordinate in files; `index` counts the groups.
     virtual bool isFlat(const resbuf& group, int index) const;
     // Markers of classes for groups from a file of old, which has none.
@@ -64,6 +66,7 @@ protected:
     bool pointGroup(int code, AcGePoint3d& point) const; // the first one; false without one
     AcGeVector3d normalGroup() const;
     resbuf* mutableGroups() { return m_groups.get(); }
+    void setGroups(veldrin::ResbufPtr groups) { m_groups = std::move(groups); }
 
 private:
     const resbuf* find(int code) const;

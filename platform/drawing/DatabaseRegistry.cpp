@@ -9,6 +9,7 @@
 #include "drawing/AcDbCircle.h"
 #include "drawing/AcDbDatabase.h"
 #include "drawing/AcDbDictionary.h"
+#include "drawing/AcDb3dPolyline.h"
 #include "drawing/AcDbDimension.h"
 #include "drawing/AcDbEllipse.h"
 #include "drawing/AcDbHatch.h"
@@ -57,6 +58,7 @@ void registerDrawingClasses() {
     AcDbPolyline::rxInit();
     AcDbPoint::rxInit();
     AcDbForeignEntity::rxInit();
+    AcDb3dPolyline::rxInit();
     AcDbEllipse::rxInit();
     AcDbSolid::rxInit();
     AcDbTrace::rxInit();

@@ -1,4 +1,5 @@
 #include "drawing/AcDb2dPolyline.h"
+#include "drawing/AcDb3dPolyline.h"
 #include "drawing/AcDbAttribute.h"
 #include "drawing/AcDbBlockReference.h"
 #include "drawing/AcDbBlockTable.h"
@@ -70,7 +71,8 @@ std::unique_ptr<AcDbEntity> DxfDrawingReader::makeEntity(const Object& object) {
     const auto [entry, isNew] = m_classes.try_emplace(object.type, nullptr);
     if (isNew) {
         AcRxClass* const found = AcRxClassRegistry::instance().atDxfName(object.type);
-        if (found && found->isDerivedFrom(AcDbEntity::desc())) entry->second = found;
+        const bool isProxy = found == AcDbProxyEntity::desc(); // as others have them it is kept
+        if (found && !isProxy && found->isDerivedFrom(AcDbEntity::desc())) entry->second = found;
     }
     if (!entry->second) return std::make_unique<AcDbForeignEntity>(object.type);
     std::unique_ptr<AcRxObject> made(entry->second->create());
@@ -103,12 +105,15 @@ void DxfDrawingReader::readEntity(Object& object, AcDbObjectId block) {
     std::unique_ptr<AcDbEntity> entity = makeEntity(object);
     if (!entity) return leaveOut(object.type);
     if (object.type == "POLYLINE") {
-        if ((flagsOf(object.groups) & (kPolyline3d | kMeshes)) != 0)
+        const std::int64_t flags = flagsOf(object.groups);
+        if ((flags & kPolyline3d) != 0)
+            entity = std::make_unique<AcDb3dPolyline>();
+        else if ((flags & kMeshes) != 0)
             entity = std::make_unique<AcDbForeignEntity>(object.type);
         return readVertices(std::move(entity), object, block);
     }
     if (object.type == "SEQEND") return; // behind attributes that stood alone
-    if (object.type == "ATTRIB" || object.type == "VERTEX") {
+    if (object.type == "ATTRIB" || object.type == "VERTEX" || object.type == "BLOCK" || object.type == "ENDBLK") {
         problem(object.line, fmt::format("{} stands alone", object.type));
         return leaveOut(object.type);
     }
@@ -161,6 +166,7 @@ void DxfDrawingReader::readVertices(std::unique_ptr<AcDbEntity> entity, const Ob
     const AcGeVector3d normal = polyline ? polyline->normal() : AcGeVector3d::kZAxis;
     AcGePoint3dArray points;
     AcGeDoubleArray bulges;
+    std::vector<AcDb3dPolyline::Vertex> vertices;
     Object vertex;
     while (nextObject(vertex)) {
         if (vertex.type == "SEQEND") break;
@@ -169,7 +175,8 @@ void DxfDrawingReader::readVertices(std::unique_ptr<AcDbEntity> entity, const Ob
             m_hasObject = true;
             break;
         }
-        if (!polyline || (flagsOf(vertex.groups) & (kVertexByFit | kVertexBySpline)) != 0) continue;
+        const std::int64_t flags = flagsOf(vertex.groups);
+        if (polyline && (flags & (kVertexByFit | kVertexBySpline)) != 0) continue;
         AcGePoint3d point;
         double bulge = 0.0;
         AcDbDxfItem item;
@@ -180,15 +187,18 @@ void DxfDrawingReader::readVertices(std::unique_ptr<AcDbEntity> entity, const Ob
         }
         if (!m_filer.expected().empty())
             problem(m_filer.line(), m_filer.expected() + " was expected in VERTEX");
-        point.z = polyline->elevation();
+        vertices.push_back({point, static_cast<int>(flags & 0xFF)});
+        if (polyline) point.z = polyline->elevation();
         points.push_back(planeToWorld(point, normal));
         bulges.push_back(bulge);
     }
-    if (!polyline) {
-        leaveOut((flagsOf(head.groups) & kPolyline3d) != 0 ? "POLYLINE in space" : "POLYLINE mesh");
-        return;
-    }
-    if (!isFilled || polyline->appendVertices(points, bulges) != Acad::eOk) return leaveOut(head.type);
+    if (auto* const inSpace = AcDb3dPolyline::cast(entity.get()))
+        inSpace->setVertices(vertices);
+    else if (polyline)
+        polyline->appendVertices(points, bulges);
+    else
+        return leaveOut("POLYLINE mesh");
+    if (!isFilled) return leaveOut(head.type);
     append(std::move(entity), head, block);
 }
 

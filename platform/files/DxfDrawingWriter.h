@@ -10,6 +10,7 @@
 #include <vector>
 
 class AcDb2dPolyline;
+class AcDb3dPolyline;
 class AcDbBlockTableRecord;
 class AcDbBlockReference;
 class AcDbDictionary;
@@ -58,6 +59,7 @@ private:
     void writePlain(AcDbEntity& entity);
     void writeProxy(const AcDbEntity& entity, const ProxyContent& content);
     void writeVertices(const AcDb2dPolyline& polyline);
+    void writeVertices(const AcDb3dPolyline& polyline);
     void writeAttributes(const AcDbBlockReference& reference);
     void writeExploded(AcDbEntity& entity);
     void writeObject(const AcDbObject& object, const std::string& type);

@@ -1,4 +1,5 @@
 #include "drawing/AcDb2dPolyline.h"
+#include "drawing/AcDb3dPolyline.h"
 #include "drawing/AcDbAttribute.h"
 #include "drawing/AcDbBlockBegin.h"
 #include "drawing/AcDbBlockReference.h"
@@ -81,6 +82,8 @@ void DxfDrawingWriter::writePlain(AcDbEntity& entity) {
     writeXData(entity);
     if (const auto* polyline = AcDb2dPolyline::cast(&entity))
         writeVertices(*polyline);
+    else if (const auto* inSpace = AcDb3dPolyline::cast(&entity))
+        writeVertices(*inSpace);
     else if (const auto* reference = AcDbBlockReference::cast(&entity))
         writeAttributes(*reference);
 }
@@ -194,6 +197,20 @@ void DxfDrawingWriter::writeVertices(const AcDb2dPolyline& polyline) {
         const double bulge = isFrame || i >= polyline.bulges().size() ? 0.0 : polyline.bulges()[i];
         if (bulge != 0.0) m_out.real(42, bulge);
         m_out.integer(70, hasFit && i % 2 == 1 ? kVertexByFit : isFrame ? kVertexOfFrame : 0);
+    }
+    writeSequenceEnd(polyline, newHandle(), owner);
+}
+
+void DxfDrawingWriter::writeVertices(const AcDb3dPolyline& polyline) {
+    const std::uint64_t owner = polyline.handle().value();
+    for (const AcDb3dPolyline::Vertex& vertex : polyline.vertices()) {
+        begin("VERTEX", newHandle(), owner);
+        m_out.symbol(100, kEntityMarker);
+        m_out.text(8, polyline.layer());
+        m_out.symbol(100, "AcDbVertex");
+        m_out.symbol(100, "AcDb3dPolylineVertex");
+        m_out.point(10, vertex.point);
+        m_out.integer(70, vertex.flags);
     }
     writeSequenceEnd(polyline, newHandle(), owner);
 }

@@ -215,6 +215,7 @@ class In(ExchangeTest):
         space.add_point((7, 8, 9), dxfattribs=layer)
         space.add_text("Küche 25°", dxfattribs=dict(layer, height=2)).set_placement((3, 4))
         space.add_polyline2d([(0, 0), (10, 0), (10, 10)], dxfattribs=layer)
+        space.add_polyline3d([(0, 0, 0), (10, 0, 5), (10, 10, 9)], dxfattribs=layer)
         space.add_solid([(0, 0), (5, 0), (0, 5), (5, 5)], dxfattribs=layer)
         block = document.blocks.new("DOOR", base_point=(1, 1))
         block.add_line((0, 0), (1, 0))
@@ -269,7 +270,8 @@ class In(ExchangeTest):
                 for a, b in zip(*(v if isinstance(v, list) else [v] for v in (read, value))):
                     same = math.isclose(a, b, abs_tol=1e-6) if isinstance(a, (int, float)) else a == b
                     self.assertTrue(same, f"{version} {kind} {code}: {read} instead of {value}")
-        self.assertEqual(len(by_type["POLYLINE"]), 1)
+        self.assertEqual(len(by_type["POLYLINE"]), 2)
+        self.assertIn([10, [10, 0, 5]], by_type["POLYLINE"][1])
         if version != "R12":
             self.assertEqual([len(by_type[k]) for k in ("SPLINE", "LWPOLYLINE", "LEADER")], [2, 1, 1])
 
@@ -282,9 +284,12 @@ class In(ExchangeTest):
             self.assertNotIn("line ", said.replace("line one", "").replace("line two", ""))
             # What came in goes out again, and the other program reads it.
             again = self.folder / f"again-{version}.dxf"
+            in_space = lambda d: [tuple(v.dxf.location) for p in d.modelspace().query("POLYLINE")
+                                  if p.is_3d_polyline for v in p.vertices]
             self.script(f'(command "OPEN" "{path}")', f'(command "DXFOUT" "{again}" "")')
             kinds = sorted(e.dxftype() for e in document.modelspace())
             self.assertEqual(sorted(e.dxftype() for e in self.audited(again).modelspace()), kinds, version)
+            self.assertEqual(in_space(ezdxf.readfile(again)), in_space(document))
 
     def test_dimensions_and_hatches_are_drawn_and_moved(self):
         path, _ = self.drawing("R2010")
