@@ -2,8 +2,8 @@
 
 #include "drawing/AcDbForeignEntity.h"
 
-// A polyline in space, from another program. Behind its own groups stand those of its vertices: the point and the
-// flags of each.
+// A polyline in space, from another program. Behind its own groups stand those of its vertices: the point and
+// the flags of each.
 class VELDRIN_API AcDb3dPolyline : public AcDbForeignEntity {
 public:
     ACRX_DECLARE_MEMBERS(AcDb3dPolyline);

@@ -49,7 +49,8 @@ Acad::ErrorStatus AcDbForeignEntity::dxfOutFields(AcDbDxfFiler* filer) const {
     const Acad::ErrorStatus status = AcDbEntity::dxfOutFields(filer);
     if (status != Acad::eOk) return status;
     int index = 0;
-    for (const resbuf* group = m_groups.get(); group && isOwnGroup(*group, *filer); group = group->rbnext, ++index) {
+    for (const resbuf* group = m_groups.get(); group && isOwnGroup(*group, *filer);
+         group = group->rbnext, ++index) {
         if (acutGroupCodeKind(group->restype) == RT3DPOINT && !filer->isEntityList() && isFlat(*group, index))
             filer->writePoint2d(group->restype, pointOf(*group).convert2d());
         else if (acutGroupCodeKind(group->restype) == RTSTR)

@@ -1,6 +1,7 @@
 #include "drawing/DatabaseRegistry.h"
 
 #include "drawing/AcDb2dPolyline.h"
+#include "drawing/AcDb3dPolyline.h"
 #include "drawing/AcDbArc.h"
 #include "drawing/AcDbAttribute.h"
 #include "drawing/AcDbBlockBegin.h"
@@ -9,7 +10,6 @@
 #include "drawing/AcDbCircle.h"
 #include "drawing/AcDbDatabase.h"
 #include "drawing/AcDbDictionary.h"
-#include "drawing/AcDb3dPolyline.h"
 #include "drawing/AcDbDimension.h"
 #include "drawing/AcDbEllipse.h"
 #include "drawing/AcDbHatch.h"

@@ -179,17 +179,6 @@ Acad::ErrorStatus DxfListWriter::writeBytes(int code, std::string_view value) {
     return writeItem(code, hexOf(value));
 }
 
-// A writer reads nothing.
-Acad::ErrorStatus DxfListWriter::readItem(AcDbDxfItem&) {
-    return m_status = Acad::eNotApplicable;
-}
-Acad::ErrorStatus DxfListWriter::pushBackItem() {
-    return m_status = Acad::eNotApplicable;
-}
-bool DxfListWriter::atSubclassData(const char*) {
-    return false;
-}
-
 DxfListReader::DxfListReader(AcDbDatabase* database, const resbuf* groups, bool isEntity)
     : m_database(database), m_isEntity(isEntity) {
     for (; groups; groups = groups->rbnext) {
@@ -234,32 +223,6 @@ bool DxfListReader::atSubclassData(const char* className) {
     if (!group || !isMarkerOf(*group, className)) return false;
     ++m_position;
     return true;
-}
-
-// A reader writes nothing.
-Acad::ErrorStatus DxfListReader::writeItem(int, std::string_view) {
-    return refuse();
-}
-Acad::ErrorStatus DxfListReader::writeItem(int, const AcDbObjectId&) {
-    return refuse();
-}
-Acad::ErrorStatus DxfListReader::writeDouble(int, double, int) {
-    return refuse();
-}
-Acad::ErrorStatus DxfListReader::writePoint3d(int, const AcGePoint3d&, int) {
-    return refuse();
-}
-Acad::ErrorStatus DxfListReader::writeInt16(int, int) {
-    return refuse();
-}
-Acad::ErrorStatus DxfListReader::writeInt32(int, std::int32_t) {
-    return refuse();
-}
-Acad::ErrorStatus DxfListReader::writeBool(int, bool) {
-    return refuse();
-}
-Acad::ErrorStatus DxfListReader::writeBytes(int, std::string_view) {
-    return refuse();
 }
 
 } // namespace veldrin

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "drawing/AcDbDxfFiler.h"
+#include "drawing/DxfFilerSides.h"
 #include "runtime/ResbufChain.h"
 
 #include <vector>
@@ -9,7 +9,7 @@ namespace veldrin {
 
 // Exchange data as a chain of values whose types are group codes: what Lisp reads and changes. Points have
 // three reals, bools are the integers 0 and 1, ids are names, bytes are a text of hexadecimal digits.
-class VELDRIN_API DxfListWriter final : public AcDbDxfFiler {
+class VELDRIN_API DxfListWriter final : public DxfWritingFiler {
 public:
     explicit DxfListWriter(AcDbDatabase* database);
     ~DxfListWriter() override;
@@ -17,10 +17,6 @@ public:
     AcDbDatabase* database() const override { return m_database; }
     bool isEntityList() const override { return true; }
     ResbufPtr take() { return m_chain.take(); }
-
-    Acad::ErrorStatus readItem(AcDbDxfItem& item) override;
-    Acad::ErrorStatus pushBackItem() override;
-    bool atSubclassData(const char* className) override;
 
     // A value that does not go with its code makes the status eInvalidInput, which stays.
     Acad::ErrorStatus writeItem(int code, std::string_view text) override;
@@ -43,7 +39,7 @@ private:
 // handed to the part of AcDbEntity wherever they stand, since people append them. A list without markers of
 // classes is what people type: it goes to every class that asks, from the start each time. The end of the
 // list is eEndOfObject and leaves the filer's status as it is.
-class VELDRIN_API DxfListReader final : public AcDbDxfFiler {
+class VELDRIN_API DxfListReader final : public DxfReadingFiler {
 public:
     DxfListReader(AcDbDatabase* database, const resbuf* groups, bool isEntity);
     ~DxfListReader() override;
@@ -55,18 +51,8 @@ public:
     Acad::ErrorStatus pushBackItem() override;
     bool atSubclassData(const char* className) override;
 
-    Acad::ErrorStatus writeItem(int code, std::string_view text) override;
-    Acad::ErrorStatus writeItem(int code, const AcDbObjectId& id) override;
-    Acad::ErrorStatus writeDouble(int code, double value, int precision) override;
-    Acad::ErrorStatus writePoint3d(int code, const AcGePoint3d& value, int precision) override;
-    Acad::ErrorStatus writeInt16(int code, int value) override;
-    Acad::ErrorStatus writeInt32(int code, std::int32_t value) override;
-    Acad::ErrorStatus writeBool(int code, bool value) override;
-    Acad::ErrorStatus writeBytes(int code, std::string_view value) override;
-
 private:
     const resbuf* at(std::size_t position) const;
-    Acad::ErrorStatus refuse() { return m_status = Acad::eNotApplicable; }
 
     AcDbDatabase* m_database;
     bool m_isEntity;

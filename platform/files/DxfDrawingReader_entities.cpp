@@ -113,7 +113,8 @@ void DxfDrawingReader::readEntity(Object& object, AcDbObjectId block) {
         return readVertices(std::move(entity), object, block);
     }
     if (object.type == "SEQEND") return; // behind attributes that stood alone
-    if (object.type == "ATTRIB" || object.type == "VERTEX" || object.type == "BLOCK" || object.type == "ENDBLK") {
+    if (object.type == "ATTRIB" || object.type == "VERTEX" || object.type == "BLOCK" ||
+        object.type == "ENDBLK") {
         problem(object.line, fmt::format("{} stands alone", object.type));
         return leaveOut(object.type);
     }

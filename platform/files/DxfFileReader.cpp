@@ -158,30 +158,4 @@ bool DxfFileReader::atSubclassData(const char* className) {
     return true;
 }
 
-// A reader writes nothing.
-Acad::ErrorStatus DxfFileReader::writeItem(int, std::string_view) {
-    return refuse();
-}
-Acad::ErrorStatus DxfFileReader::writeItem(int, const AcDbObjectId&) {
-    return refuse();
-}
-Acad::ErrorStatus DxfFileReader::writeDouble(int, double, int) {
-    return refuse();
-}
-Acad::ErrorStatus DxfFileReader::writePoint3d(int, const AcGePoint3d&, int) {
-    return refuse();
-}
-Acad::ErrorStatus DxfFileReader::writeInt16(int, int) {
-    return refuse();
-}
-Acad::ErrorStatus DxfFileReader::writeInt32(int, std::int32_t) {
-    return refuse();
-}
-Acad::ErrorStatus DxfFileReader::writeBool(int, bool) {
-    return refuse();
-}
-Acad::ErrorStatus DxfFileReader::writeBytes(int, std::string_view) {
-    return refuse();
-}
-
 } // namespace veldrin

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "drawing/AcDbDxfFiler.h"
+#include "drawing/DxfFilerSides.h"
 #include "files/DxfInput.h"
 #include "files/dxf_texts.h"
 
@@ -12,7 +12,7 @@ namespace veldrin {
 
 // The groups of one object from an exchange file, as its class reads them. Markers of classes are obeyed
 // where there are any. Points are put together, handles are looked up, texts are decoded.
-class DxfFileReader final : public AcDbDxfFiler {
+class DxfFileReader final : public DxfReadingFiler {
 public:
     using HandleMap = std::function<AcDbObjectId(std::uint64_t handle)>;
 
@@ -35,17 +35,7 @@ public:
     Acad::ErrorStatus pushBackItem() override;
     bool atSubclassData(const char* className) override;
 
-    Acad::ErrorStatus writeItem(int code, std::string_view text) override;
-    Acad::ErrorStatus writeItem(int code, const AcDbObjectId& id) override;
-    Acad::ErrorStatus writeDouble(int code, double value, int precision) override;
-    Acad::ErrorStatus writePoint3d(int code, const AcGePoint3d& value, int precision) override;
-    Acad::ErrorStatus writeInt16(int code, int value) override;
-    Acad::ErrorStatus writeInt32(int code, std::int32_t value) override;
-    Acad::ErrorStatus writeBool(int code, bool value) override;
-    Acad::ErrorStatus writeBytes(int code, std::string_view value) override;
-
 private:
-    Acad::ErrorStatus refuse() { return m_status = Acad::eNotApplicable; }
     double realOf(const DxfGroup& group);
     std::int64_t integerOf(const DxfGroup& group);
     void readPoint(const DxfGroup& group, AcGePoint3d& point);

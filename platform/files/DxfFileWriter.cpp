@@ -73,15 +73,4 @@ Acad::ErrorStatus DxfFileWriter::writeBytes(int code, std::string_view value) {
     return m_status;
 }
 
-// A writer reads nothing.
-Acad::ErrorStatus DxfFileWriter::readItem(AcDbDxfItem&) {
-    return m_status = Acad::eNotApplicable;
-}
-Acad::ErrorStatus DxfFileWriter::pushBackItem() {
-    return m_status = Acad::eNotApplicable;
-}
-bool DxfFileWriter::atSubclassData(const char*) {
-    return false;
-}
-
 } // namespace veldrin

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "drawing/AcDbDxfFiler.h"
+#include "drawing/DxfFilerSides.h"
 #include "files/DxfOutput.h"
 
 #include <functional>
@@ -9,7 +9,7 @@ namespace veldrin {
 
 // Exchange data of objects into a file. Ids are written as handles; those of nothing, or of what is erased,
 // as 0.
-class DxfFileWriter final : public AcDbDxfFiler {
+class DxfFileWriter final : public DxfWritingFiler {
 public:
     DxfFileWriter(DxfOutput& out, AcDbDatabase* database) : m_out(out), m_database(database) {}
     ~DxfFileWriter() override;
@@ -21,10 +21,6 @@ public:
 
     AcDbDatabase* database() const override { return m_database; }
     bool isEntityList() const override { return false; }
-
-    Acad::ErrorStatus readItem(AcDbDxfItem& item) override;
-    Acad::ErrorStatus pushBackItem() override;
-    bool atSubclassData(const char* className) override;
 
     Acad::ErrorStatus writeItem(int code, std::string_view text) override;
     Acad::ErrorStatus writeItem(int code, const AcDbObjectId& id) override;
