@@ -123,6 +123,8 @@ protected:
         change();
         EXPECT_TRUE(documents().save(documents().current()));
     }
+    ~AutoSaveTest() override { host.reset(); } // it looks at the clock at its end
+
     void change() {
         const veldrin::UndoStep step("test");
         host->variables().set("LTSCALE", scale() + 1.0);
