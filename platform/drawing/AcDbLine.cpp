@@ -5,6 +5,8 @@
 #include "drawing/list_lines.h"
 #include "runtime/AcRxMacros.h"
 
+#include <cstring>
+
 using veldrin::CurvePath;
 using veldrin::CurvePiece;
 
@@ -29,8 +31,13 @@ Acad::ErrorStatus AcDbLine::setEndPoint(const AcGePoint3d& point) {
 Acad::ErrorStatus AcDbLine::setNormal(const AcGeVector3d& normal) {
     if (normal.isZeroLength()) return Acad::eInvalidInput;
     assertWriteEnabled();
-    m_normal = normal.normal();
+    keepNormal(normal.normal());
     return Acad::eOk;
+}
+
+void AcDbLine::keepNormal(const AcGeVector3d& normal) {
+    const bool isUsual = std::memcmp(&normal, &AcGeVector3d::kZAxis, sizeof normal) == 0; // to the bit
+    m_normal = isUsual ? nullptr : std::make_unique<AcGeVector3d>(normal);
 }
 
 std::optional<CurvePath> AcDbLine::path() const {
@@ -66,7 +73,7 @@ Acad::ErrorStatus AcDbLine::dwgOutFields(AcDbDwgFiler* filer) const {
     if (status != Acad::eOk) return status;
     filer->writePoint3d(m_start);
     filer->writePoint3d(m_end);
-    filer->writeVector3d(m_normal);
+    filer->writeVector3d(normal());
     return filer->filerStatus();
 }
 
@@ -75,7 +82,8 @@ Acad::ErrorStatus AcDbLine::dwgInFields(AcDbDwgFiler* filer) {
     if (status != Acad::eOk) return status;
     filer->readPoint3d(m_start);
     filer->readPoint3d(m_end);
-    filer->readVector3d(m_normal);
+    AcGeVector3d read;
+    if (filer->readVector3d(read) == Acad::eOk) keepNormal(read);
     return filer->filerStatus();
 }
 
@@ -85,7 +93,7 @@ Acad::ErrorStatus AcDbLine::dxfOutFields(AcDbDxfFiler* filer) const {
     filer->writeItem(AcDb::kDxfSubclass, "AcDbLine");
     filer->writePoint3d(10, m_start);
     filer->writePoint3d(11, m_end);
-    veldrin::writeNormal(*filer, m_normal);
+    veldrin::writeNormal(*filer, normal());
     return filer->filerStatus();
 }
 
@@ -96,7 +104,7 @@ Acad::ErrorStatus AcDbLine::dxfInFields(AcDbDxfFiler* filer) {
         switch (item.code) {
         case 10: m_start = item.point; return true;
         case 11: m_end = item.point; return true;
-        case AcDb::kDxfNormalX: m_normal = veldrin::normalOf(item); return true;
+        case AcDb::kDxfNormalX: keepNormal(veldrin::normalOf(item)); return true;
         default: return false;
         }
     });
@@ -122,7 +130,9 @@ Acad::ErrorStatus AcDbLine::subTransformBy(const AcGeMatrix3d& matrix) {
     if (matrix.isSingular()) return Acad::eInvalidInput;
     m_start.transformBy(matrix);
     m_end.transformBy(matrix);
-    m_normal.transformBy(matrix).normalize();
+    AcGeVector3d turned = normal();
+    turned.transformBy(matrix).normalize();
+    keepNormal(turned);
     return Acad::eOk;
 }
 

@@ -2,6 +2,8 @@
 
 #include "drawing/AcDbPathCurve.h"
 
+#include <memory>
+
 // A straight line between two points. Its parameter is the distance from the start.
 class VELDRIN_API AcDbLine : public veldrin::PathCurve {
 public:
@@ -15,7 +17,7 @@ public:
     AcGePoint3d endPoint() const { return m_end; }
     Acad::ErrorStatus setStartPoint(const AcGePoint3d& point);
     Acad::ErrorStatus setEndPoint(const AcGePoint3d& point);
-    AcGeVector3d normal() const { return m_normal; }
+    AcGeVector3d normal() const { return m_normal ? *m_normal : AcGeVector3d::kZAxis; }
     Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
 
     using AcDbCurve::extend;
@@ -40,7 +42,9 @@ protected:
     Acad::ErrorStatus subGetStretchPoints(AcGePoint3dArray& points) const override;
 
 private:
+    void keepNormal(const AcGeVector3d& normal);
+
     AcGePoint3d m_start;
     AcGePoint3d m_end;
-    AcGeVector3d m_normal{0.0, 0.0, 1.0};
+    std::unique_ptr<AcGeVector3d> m_normal; // null for the usual one: lines are most of a drawing
 };

@@ -24,44 +24,6 @@ constexpr int kControl = 102;
 constexpr int kExtendedData = 1000;
 constexpr std::size_t kMostProblems = 100;
 
-// What every file has for its own order, and what describes how it is shown and plotted: not the drawing's.
-constexpr std::array<std::string_view, 22> kFrameObjects = {"DICTIONARY",
-                                                            "ACDBDICTIONARYWDFLT",
-                                                            "ACDBPLACEHOLDER",
-                                                            "LAYOUT",
-                                                            "MATERIAL",
-                                                            "MLINESTYLE",
-                                                            "MLEADERSTYLE",
-                                                            "TABLESTYLE",
-                                                            "VISUALSTYLE",
-                                                            "SCALE",
-                                                            "PLOTSETTINGS",
-                                                            "DICTIONARYVAR",
-                                                            "SORTENTSTABLE",
-                                                            "CELLSTYLEMAP",
-                                                            "ACDBDETAILVIEWSTYLE",
-                                                            "ACDBSECTIONVIEWSTYLE",
-                                                            "SUN",
-                                                            "RASTERVARIABLES",
-                                                            "GROUP",
-                                                            "DBCOLOR",
-                                                            "WIPEOUTVARIABLES",
-                                                            "ACDB_RECOMPOSE_DATA"};
-
-std::uint64_t handleOf(std::string_view text) {
-    std::uint64_t handle = 0;
-    for (const char c : text) {
-        if (c == ' ') continue;
-        const int digit = c >= '0' && c <= '9'   ? c - '0'
-                          : c >= 'A' && c <= 'F' ? c - 'A' + 10
-                          : c >= 'a' && c <= 'f' ? c - 'a' + 10
-                                                 : -1;
-        if (digit < 0) return 0;
-        handle = handle * 16 + static_cast<std::uint64_t>(digit);
-    }
-    return handle;
-}
-
 } // namespace
 
 std::string_view DxfDrawingReader::Object::text(int code) const {
@@ -113,34 +75,44 @@ bool DxfDrawingReader::nextObject(Object& object) {
     object.line = group.line;
     object.groups.clear();
     object.xdata.clear();
-    object.handle = 0;
+    object.handle = object.dictionary = 0;
     object.isInPaper = object.isFollowed = false;
     int controls = 0;
     bool inEntity = false;
+    bool inExtension = false;
     while (nextGroup(group)) {
         if (group.code == AcDb::kDxfStart) {
             m_ahead = group;
             m_hasAhead = true;
             break;
         }
-        sortGroup(object, group, controls, inEntity);
+        sortGroup(object, group, controls, inEntity, inExtension);
     }
     return true;
 }
 
 // What is between braces belongs to applications; an entity's picture is for those who lack its class.
-void DxfDrawingReader::sortGroup(Object& object, const DxfGroup& group, int& controls, bool& inEntity) {
+void DxfDrawingReader::sortGroup(Object& object, const DxfGroup& group, int& controls, bool& inEntity,
+                                 bool& inExtension) {
     constexpr int kPictureSizes[] = {92, 160};
     constexpr int kPicture = 310;
     const bool beforeMarkers =
         object.groups.empty() ||
         (object.groups.size() == 1 && object.groups[0].code == AcDb::kDxfSubclass && inEntity);
+    const bool isData = object.type == "XRECORD" && !object.groups.empty(); // whatever it is
+    if (isData) return object.groups.push_back(group);
     switch (group.code) {
-    case kControl: controls += group.value.starts_with('{') ? 1 : -1; return;
+    case kControl:
+        controls += group.value.starts_with('{') ? 1 : -1;
+        inExtension = group.value == "{ACAD_XDICTIONARY";
+        return;
+    case AcDb::kDxfHardOwnershipId:
+        if (inExtension) object.dictionary = dxfHandle(group.value);
+        break;
     case AcDb::kDxfHandle:
     case 105:
         if (object.handle == 0 && (group.code == AcDb::kDxfHandle || object.type == "DIMSTYLE")) {
-            object.handle = handleOf(group.value);
+            object.handle = dxfHandle(group.value);
             return;
         }
         break;
@@ -184,6 +156,7 @@ void DxfDrawingReader::read() {
     }
     if (!hasEnd) m_report.problems.push_back("the file ends before its end mark (EOF was expected)");
     closeBlock();
+    fillDictionaries();
     for (const std::string& text : m_input.problems()) m_report.problems.push_back(text);
     applyHeader();
 }
@@ -237,6 +210,7 @@ void DxfDrawingReader::readRecord(const Object& object, AcDbObjectId table) {
         record->close();
     }
     m_handles.note(object.handle, id);
+    noteExtension(object, id);
     const AcDbObjectPointer<AcDbSymbolTableRecord> record(id, AcDb::kForWrite);
     if (!record) return;
     fill(*record, object);
@@ -348,16 +322,6 @@ void DxfDrawingReader::readEntities() {
         if (std::exchange(m_hasObject, false)) std::swap(object, m_object);
         if (atEnd(object, "ENDSEC")) return;
         readEntity(object, object.isInPaper ? m_database.paperSpaceId() : m_database.modelSpaceId());
-    }
-}
-
-void DxfDrawingReader::readObjects() {
-    Object object;
-    while (nextObject(object)) {
-        if (atEnd(object, "ENDSEC")) return;
-        const bool isFrame =
-            std::find(kFrameObjects.begin(), kFrameObjects.end(), object.type) != kFrameObjects.end();
-        if (!isFrame) leaveOut(object.type);
     }
 }
 

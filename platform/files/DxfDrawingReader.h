@@ -47,6 +47,7 @@ private:
         std::vector<DxfGroup> groups; // as the classes read them: without head, controls and picture
         std::vector<DxfGroup> xdata;
         std::uint64_t handle = 0;
+        std::uint64_t dictionary = 0; // that extends it
         bool isInPaper = false;
         bool isFollowed = false; // by attributes
 
@@ -55,7 +56,7 @@ private:
 
     bool nextGroup(DxfGroup& group);
     bool nextObject(Object& object);
-    void sortGroup(Object& object, const DxfGroup& group, int& controls, bool& inEntity);
+    void sortGroup(Object& object, const DxfGroup& group, int& controls, bool& inEntity, bool& inExtension);
     void skipToSection();
     bool atEnd(const Object& object, const char* end) const;
 
@@ -72,6 +73,11 @@ private:
     void readBlocks();
     void readEntities();
     void readObjects();
+    // Dictionaries of the file by their handles, and what hangs in them, as objects here.
+    void fillDictionaries();
+    void fillDictionary(AcDbObjectId dictionary, std::uint64_t handle, int depth = 0);
+    void noteExtension(const Object& object, AcDbObjectId id);
+    std::unique_ptr<AcDbObject> recordFrom(const std::vector<DxfGroup>& groups);
 
     AcDbObjectId blockNamed(std::string name);
     // Reads an entity, and what follows it: vertices, attributes.
@@ -102,6 +108,15 @@ private:
     bool m_hasAhead = false;
     HandleTable m_handles;
     std::unordered_map<std::string, std::vector<DxfGroup>> m_header; // by name: the values
+    struct Entry {
+        std::string name;
+        std::uint64_t handle;
+    };
+    std::unordered_map<std::uint64_t, std::vector<Entry>> m_dictionaries; // of the file, not made yet
+    std::unordered_map<std::uint64_t, std::vector<DxfGroup>> m_records;   // XRECORDs, not made yet
+    std::uint64_t m_rootDictionary = 0;
+    std::vector<std::pair<AcDbObjectId, std::uint64_t>>
+        m_extensions; // objects, and the dictionaries that extend them
     std::unordered_map<std::string, AcRxClass*>
         m_classes;                               // by the type of their entities; null for unknown ones
     AcDbBlockTableRecord* m_openBlock = nullptr; // what entities are appended to

@@ -143,6 +143,7 @@ AcDbObjectId DxfDrawingReader::append(std::unique_ptr<AcDbEntity> entity, const 
     setXData(*appended, object);
     appended->close();
     m_handles.note(object.handle, id);
+    noteExtension(object, id);
     ++m_report.entities;
     return id;
 }

@@ -28,14 +28,14 @@ int hexDigit(char c) {
     return 0;
 }
 
-std::uint64_t handleOf(std::string_view text) {
+} // namespace
+
+std::uint64_t dxfHandle(std::string_view text) {
     std::uint64_t handle = 0;
     text = trimmed(text);
-    std::from_chars(text.data(), text.data() + text.size(), handle, 16);
-    return handle;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), handle, 16);
+    return error == std::errc() && end == text.data() + text.size() ? handle : 0;
 }
-
-} // namespace
 
 std::string dxfBytes(std::string_view digits) {
     std::string bytes;
@@ -126,7 +126,7 @@ Acad::ErrorStatus DxfFileReader::readItem(AcDbDxfItem& item) {
         break;
     case RTENAME:
         item.kind = AcDbDxfItem::kId;
-        item.id = m_handles(handleOf(group.value));
+        item.id = m_handles(dxfHandle(group.value));
         break;
     case RTNONE: item.kind = AcDbDxfItem::kNone; break; // there are no such groups
     default:

@@ -55,6 +55,8 @@ private:
 // A number as files have them; false for a text that is none.
 bool readDxfReal(std::string_view text, double& value);
 bool readDxfInteger(std::string_view text, std::int64_t& value);
+// 0 for a text that is no handle.
+std::uint64_t dxfHandle(std::string_view text);
 // Bytes from their hexadecimal digits.
 std::string dxfBytes(std::string_view digits);
 

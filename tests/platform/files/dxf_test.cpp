@@ -1,3 +1,4 @@
+#include "drawing/AcDbDictionary.h"
 #include "drawing/AcDbDimension.h"
 #include "drawing/AcDbEllipse.h"
 #include "drawing/AcDbForeignEntity.h"
@@ -215,6 +216,46 @@ TEST_F(DxfFiles, aDimensionTakesItsPictureAlong) {
     const std::string text = exported(target);
     const std::size_t aligned = text.find("100\nAcDbAlignedDimension\n 13\n10.0\n");
     EXPECT_NE(aligned, std::string::npos) << text.substr(text.find("AcDbDimension"), 200);
+}
+
+TEST_F(DxfFiles, dictionariesAndTheirRecordsComeBack) {
+    AcDbDatabase drawing;
+    const AcDbObjectId line = addLine(drawing, 5.0);
+    const auto addRecord = [](AcDbObjectId dictionary, AcDbObjectId pointed) {
+        ResbufBuilder chain;
+        chain.addText(1, "a \xC3\xB6");
+        chain.addText(102, "{data}");
+        ads_name name;
+        acdbGetAdsName(name, pointed);
+        chain.addName(330, name);
+        const ResbufPtr taken = chain.take();
+        auto record = std::make_unique<AcDbXrecord>();
+        EXPECT_EQ(record->setFromRbChain(taken.get()), Acad::eOk);
+        AcDbObjectId id;
+        const AcDbObjectPointer<AcDbDictionary> holder(dictionary, AcDb::kForWrite);
+        EXPECT_EQ(holder->setAt("SHOP", record.get(), id), Acad::eOk);
+        record.release()->close();
+    };
+    addRecord(drawing.namedObjectsDictionaryId(), line);
+    {
+        const AcDbObjectPointer<AcDbLine> extended(line, AcDb::kForWrite);
+        ASSERT_EQ(extended->createExtensionDictionary(), Acad::eOk);
+    }
+    addRecord(AcDbObjectPointer<AcDbLine>(line)->extensionDictionary(), line);
+    const std::string first = exported(drawing);
+    const auto back = import(first);
+    ASSERT_NE(back, nullptr);
+    EXPECT_EQ(report.leftOut.size(), 0U);
+    const auto countOf = [](const std::string& text, const std::string& part) {
+        std::size_t count = 0;
+        for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++count;
+        return count;
+    };
+    const std::string second = exported(*back);
+    for (const char* part : {"  1\na \xF6\n102\n{data}\n330\n", "  3\nSHOP\n", "{ACAD_XDICTIONARY\n"})
+        EXPECT_EQ(countOf(second, part), countOf(first, part)) << part;
+    EXPECT_EQ(countOf(second, "  1\na \xF6\n102\n{data}\n330\n" + firstIn(*back)->handle().text() + "\n"),
+              2U);
 }
 
 } // namespace
