@@ -60,8 +60,7 @@ Task<void> setvarCommand(CommandContext& context) {
 
 // PLOT file [paper] [scale]: a script may end early, what it leaves out keeps its proposal.
 Task<std::string> plotOption(CommandContext& context, const char* prompt, const std::string& proposal) {
-    const EditorInput::Session& session = context.input.session();
-    if (session.tokens.empty() && !session.asksUser) co_return proposal;
+    if (!moreIsSaid(context)) co_return proposal;
     const Answer answer = co_await context.input.string(prompt);
     co_return answer.isNone() ? proposal : answer.text;
 }

@@ -19,11 +19,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-bool moreIsSaid(const CommandContext& context) {
-    const EditorInput::Session& session = context.input.session();
-    return session.asksUser || !session.tokens.empty();
-}
-
 // With the ending where it is missing.
 std::string exchangePath(const std::string& name) {
     std::error_code error;

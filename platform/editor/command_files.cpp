@@ -17,11 +17,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-bool moreIsSaid(const CommandContext& context) {
-    const EditorInput::Session& session = context.input.session();
-    return session.asksUser || !session.tokens.empty();
-}
-
 Document& document(CommandContext& context) {
     Document* const current = context.host.documents().current();
     if (!current) failCommand("No drawing is open.");

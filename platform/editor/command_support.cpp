@@ -28,6 +28,11 @@ void failCommand(const std::string& text) {
     throw CException(text);
 }
 
+bool moreIsSaid(const CommandContext& context) {
+    const EditorInput::Session& session = context.input.session();
+    return session.asksUser || !session.tokens.empty();
+}
+
 void failAsTold() {
     throw CException("");
 }

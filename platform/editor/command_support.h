@@ -19,6 +19,8 @@ namespace veldrin {
 void say(const CommandContext& context, const std::string& text);
 // The same, but not while CMDECHO is off: what a user at the prompt wants to know and a script does not.
 void inform(const CommandContext& context, const std::string& text);
+// Whether another question would be answered: by a person, or by what a script has left to say.
+bool moreIsSaid(const CommandContext& context);
 // Ends the command as failed, with this line.
 [[noreturn]] void failCommand(const std::string& text);
 // The same when the line was printed already.

@@ -38,15 +38,20 @@ DxfDrawingReader::DxfDrawingReader(DxfInput& input, AcDbDatabase& database, DxfI
     , m_report(report)
     , m_filer(database, m_decoder, [this](std::uint64_t handle) { return m_handles.find(handle); }) {}
 
-AcDbObjectId DxfDrawingReader::HandleTable::find(std::uint64_t handle) {
-    const auto byHandle = [](const auto& a, const auto& b) { return a.first < b.first; };
-    if (m_sorted != m_pairs.size()) {
-        std::stable_sort(m_pairs.begin(), m_pairs.end(), byHandle);
-        m_sorted = m_pairs.size();
-    }
+void DxfDrawingReader::HandleTable::note(std::uint64_t handle, AcDbObjectId id) {
+    if (handle == 0) return;
+    if (m_ascending.empty() || handle > m_ascending.back().first)
+        m_ascending.emplace_back(handle, id);
+    else
+        m_others.try_emplace(handle, id);
+}
+
+AcDbObjectId DxfDrawingReader::HandleTable::find(std::uint64_t handle) const {
     const auto found =
-        std::lower_bound(m_pairs.begin(), m_pairs.end(), std::pair(handle, AcDbObjectId()), byHandle);
-    return found != m_pairs.end() && found->first == handle ? found->second : AcDbObjectId();
+        std::ranges::lower_bound(m_ascending, handle, {}, [](const auto& pair) { return pair.first; });
+    if (found != m_ascending.end() && found->first == handle) return found->second;
+    const auto other = m_others.find(handle);
+    return other == m_others.end() ? AcDbObjectId() : other->second;
 }
 
 DxfDrawingReader::~DxfDrawingReader() = default;

@@ -27,17 +27,15 @@ public:
     void read();
 
 private:
-    // Objects by their handles in the file, which are looked up far less often than noted.
+    // Objects by their handles in the file. Those nearly always ascend, and then a row in order is enough.
     class HandleTable {
     public:
-        void note(std::uint64_t handle, AcDbObjectId id) {
-            if (handle != 0) m_pairs.emplace_back(handle, id);
-        }
-        AcDbObjectId find(std::uint64_t handle);
+        void note(std::uint64_t handle, AcDbObjectId id);
+        AcDbObjectId find(std::uint64_t handle) const;
 
     private:
-        std::vector<std::pair<std::uint64_t, AcDbObjectId>> m_pairs;
-        std::size_t m_sorted = 0; // so many are in order
+        std::vector<std::pair<std::uint64_t, AcDbObjectId>> m_ascending;
+        std::unordered_map<std::uint64_t, AcDbObjectId> m_others;
     };
 
     // An object: its type, and the groups up to the next one.

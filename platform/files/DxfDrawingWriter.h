@@ -57,7 +57,7 @@ private:
     void writeContents(AcDbObjectId block);
     void writeEntity(AcDbObjectId id);
     void writePlain(AcDbEntity& entity);
-    void writeProxy(const AcDbEntity& entity, const ProxyContent& content);
+    void writeProxy(AcDbEntity& entity, const ProxyContent& content);
     void writeVertices(const AcDb2dPolyline& polyline);
     void writeVertices(const AcDb3dPolyline& polyline);
     void writeAttributes(const AcDbBlockReference& reference);
@@ -66,6 +66,7 @@ private:
     void writeSequenceEnd(const AcDbEntity& owner, std::uint64_t handle, std::uint64_t ownerHandle);
     void writeExtensionMark(const AcDbObject& object);
     void writeXData(const AcDbObject& object);
+    void record(AcDbEntity& entity); // what it shows
     void writePicture(AcDbEntity& entity);
     void writeRecord(const AcDbEntity& entity);
 

@@ -116,9 +116,13 @@ void DxfDrawingWriter::writeXData(const AcDbObject& object) {
     for (const resbuf* item = data.get(); item; item = item->rbnext) writeDxfItem(m_filer, *item);
 }
 
-void DxfDrawingWriter::writePicture(AcDbEntity& entity) {
+void DxfDrawingWriter::record(AcDbEntity& entity) {
     m_recorder.restart();
     drawEntity(entity, m_recorder);
+}
+
+void DxfDrawingWriter::writePicture(AcDbEntity& entity) {
+    record(entity);
     const std::string picture = dxfPicture(m_list, m_places);
     if (picture.empty()) return;
     m_out.integer(m_out.version() == DxfVersion::kR2000 ? kPictureSize : kPictureSizeSince2013,
@@ -144,12 +148,9 @@ void DxfDrawingWriter::writeRecord(const AcDbEntity& entity) {
 
 // The class is not here to tell its groups, and its record means nothing to others: the picture is what
 // remains.
-void DxfDrawingWriter::writeProxy(const AcDbEntity& entity, const ProxyContent& content) {
+void DxfDrawingWriter::writeProxy(AcDbEntity& entity, const ProxyContent& content) {
     constexpr int kProxyClass = 498;
     ++m_losses[fmt::format("{}: the class is not loaded, others get the picture alone.", content.className)];
-    m_recorder.restart();
-    drawEntity(const_cast<AcDbEntity&>(entity), m_recorder);
-    const std::string picture = dxfPicture(m_list, m_places);
     const bool isOld = m_out.version() == DxfVersion::kR2000;
     begin("ACAD_PROXY_ENTITY", entity.handle().value(), entity.ownerId().handle().value());
     m_out.symbol(100, kEntityMarker);
@@ -165,8 +166,7 @@ void DxfDrawingWriter::writeProxy(const AcDbEntity& entity, const ProxyContent& 
         m_out.integer(97, 0);
         m_out.integer(70, 1);
     }
-    m_out.integer(isOld ? kPictureSize : kPictureSizeSince2013, static_cast<std::int64_t>(picture.size()));
-    m_out.bytes(kPictureBytes, picture);
+    writePicture(entity);
     m_out.integer(isOld ? 93 : 161, 0); // bits of data
     m_out.integer(94, 0);
     writeXData(entity);
@@ -230,8 +230,7 @@ void DxfDrawingWriter::writeAttributes(const AcDbBlockReference& reference) {
 }
 
 void DxfDrawingWriter::writeExploded(AcDbEntity& entity) {
-    m_recorder.restart();
-    drawEntity(entity, m_recorder);
+    record(entity);
     std::vector<std::unique_ptr<AcDbEntity>> pieces = plainEntities(m_list);
     for (const auto& piece : pieces) {
         AcDbObjectAccess::setOwner(*piece, entity.ownerId());
