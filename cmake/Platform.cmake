@@ -6,12 +6,13 @@ find_package(SQLite3 REQUIRED)
 pkg_check_modules(CAIRO REQUIRED IMPORTED_TARGET cairo)
 
 set(VELDRIN_ROOMS
-    geometry system runtime lisp text ui drawing graphics files dao editor scripting)
+    geometry system runtime lisp text ui drawing graphics files dao projects editor scripting)
 
 # The rooms' foreign libraries. A room that is not named here does not find their headers through us.
 set(VELDRIN_ROOM_graphics_LIBRARIES PkgConfig::CAIRO)
 set(VELDRIN_ROOM_files_LIBRARIES SQLite::SQLite3)
 set(VELDRIN_ROOM_dao_LIBRARIES SQLite::SQLite3)
+set(VELDRIN_ROOM_projects_LIBRARIES SQLite::SQLite3)
 
 set(platform_rooms)
 foreach(room IN LISTS VELDRIN_ROOMS)

@@ -25,3 +25,5 @@ Subcommand addExport(CLI::App& program);
 Subcommand addInfo(CLI::App& program);
 Subcommand addCheck(CLI::App& program);
 Subcommand addRepair(CLI::App& program);
+Subcommand addNewProject(CLI::App& program);
+Subcommand addDump(CLI::App& program);

@@ -19,8 +19,9 @@ int main(int argc, char** argv) {
     program.require_subcommand(1);
     const std::vector<std::string> arguments(argv + 1, argv + argc);
     const std::vector<Subcommand> subcommands{
-        addRun(program, arguments), addRepl(program),  addPlot(program),  addInfo(program),
-        addExport(program),         addCheck(program), addRepair(program)};
+        addRun(program, arguments), addRepl(program),       addPlot(program),
+        addInfo(program),           addExport(program),     addCheck(program),
+        addRepair(program),         addNewProject(program), addDump(program)};
     try {
         program.parse(argc, argv);
         return runChosen(subcommands);

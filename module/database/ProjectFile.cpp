@@ -2,8 +2,7 @@
 
 #include "drawing/AcDbObject.h"
 #include "host/LispCall.h"
-
-#include <filesystem>
+#include "projects/ProjectFiles.h"
 
 namespace plumb {
 
@@ -19,14 +18,6 @@ CString upperCase(CString text) {
     return text;
 }
 
-bool isCandidate(const CString& upperName, const CString& module, const CString& ending) {
-    if (upperName.size() < module.size() + ending.size() || !upperName.ends_with(ending)) return false;
-    const auto at = upperName.find(module);
-    if (at == CString::npos || at + module.size() + ending.size() > upperName.size()) return false;
-    return !upperName.starts_with("52-VQ") && upperName.find("_MASTER") == CString::npos &&
-           upperName.find("_STANDARDS") == CString::npos;
-}
-
 bool isText(const resbuf* item) {
     return item && item->restype == kXDataText && item->resval.rstring;
 }
@@ -34,19 +25,8 @@ bool isText(const resbuf* item) {
 } // namespace
 
 CString FindDatabaseByExtension(const CString& folder, const CString& moduleName, const CString& extension) {
-    const CString module = upperCase(moduleName);
-    const CString ending = "." + upperCase(extension);
-    CString found;
-    std::error_code error;
-    for (std::filesystem::directory_iterator file(folder, error), end; !error && file != end;
-         file.increment(error)) {
-        const CString name = file->path().filename().string();
-        std::error_code unreadable;
-        if (!isCandidate(upperCase(name), module, ending) || file->is_directory(unreadable)) continue;
-        if (!found.empty()) return {};
-        found = file->path().string();
-    }
-    return found;
+    const std::vector<CString> found = veldrin::projectFilesIn(folder, moduleName, extension);
+    return found.size() == 1 ? found.front() : CString();
 }
 
 CString FindDatabaseFile(const CString& folder, const CString& moduleName) {

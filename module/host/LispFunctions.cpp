@@ -1,6 +1,8 @@
 #include "host/LispFunctions.h"
 
 #include "editor/aced.h"
+#include "host/PlumbModule.h"
+#include "host/vqPlumbContext.h"
 
 namespace plumb {
 
@@ -9,6 +11,12 @@ namespace {
 template<Handler Function>
 int inDocument() {
     return runInFrame(Function, nullptr);
+}
+
+// The current document's project is connected first.
+template<Handler Function>
+int inProject() {
+    return runInFrame(Function, moduleState().theContext.get());
 }
 
 // For functions whose work is not written yet.
@@ -23,7 +31,7 @@ constexpr LispFunction kFunctions[] = {
     {"vq_plumb-insertPipeArrow", inDocument<handlers::insertPipeArrow>},
     {"vq_plumb-setPipeInfo", inDocument<handlers::setPipeInfo>},
     {"vq_plumb-setPipeArrowInfo", inDocument<handlers::setPipeArrowInfo>},
-    {"vq_plumb-getLayer", answerNil},
+    {"vq_plumb-getLayer", inProject<handlers::getLayer>},
     {"vq_plumb-setPipeBreaks", inDocument<handlers::setPipeBreaks>},
     {"vq_plumb-pipe-setElbowBreaks", inDocument<handlers::setElbowBreaks>},
     {"vq_plumb-pipe-setArcBreaks", inDocument<handlers::setArcBreaks>},

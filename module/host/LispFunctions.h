@@ -22,6 +22,8 @@ namespace handlers {
 // host/handlers_context.cpp
 int disconnect();
 int setDoDocumentActivated();
+// database/handlers_layer.cpp
+int getLayer();
 // pipe/handlers_pipe.cpp
 int insertPipe();
 int explodePipe();

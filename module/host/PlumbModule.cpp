@@ -2,11 +2,13 @@
 
 #include "arrow/PlumbPipeArrow.h"
 #include "database/CDBConnection.h"
+#include "database/ProjectFile.h"
 #include "editor/aced.h"
 #include "host/DatabaseEngine.h"
 #include "host/LispFunctions.h"
 #include "host/vqPlumbContext.h"
 #include "pipe/PlumbPipe.h"
+#include "projects/ProjectFiles.h"
 #include "runtime/AcRxClass.h"
 
 namespace plumb {
@@ -16,6 +18,20 @@ ModuleState& moduleState() {
     return state;
 }
 
+namespace {
+
+// The project's database, open or not.
+CString databaseOfRunningCall() {
+    const vqPlumbContext* context = moduleState().theContext.get();
+    const vqPerProjectData* project = context ? context->currentProject() : nullptr;
+    if (!project) return {};
+    const CDBConnection* connection = project->connection();
+    return connection && connection->IsOpen() ? connection->GetName()
+                                              : FindDatabaseFile(project->sFolder, kModuleName);
+}
+
+} // namespace
+
 AcRx::AppRetCode loadModule(void* package) {
     ModuleState& state = moduleState();
     if (!startDatabaseEngine(state.bOwnDaoState)) return AcRx::kRetError;
@@ -23,6 +39,7 @@ AcRx::AppRetCode loadModule(void* package) {
         acrxUnlockApplication(package);
         acrxRegisterAppMDIAware(package);
         state.theContext = std::make_unique<vqPlumbContext>();
+        veldrin::setProjectDatabaseSource(databaseOfRunningCall);
         state.theContext->ConnectProject(false); // a drawing without a project is as good
         PlumbPipe::rxInit();
         PlumbPipeArrow::rxInit();
@@ -44,6 +61,7 @@ AcRx::AppRetCode loadDrawing() {
 
 AcRx::AppRetCode unloadModule() {
     ModuleState& state = moduleState();
+    veldrin::setProjectDatabaseSource(nullptr);
     state.theContext.reset();
     PlumbPipe::unregister();
     PlumbPipeArrow::unregister();

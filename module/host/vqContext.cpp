@@ -50,6 +50,11 @@ CDBConnection* vqContext::currentConnection() const {
     return project ? project->connection() : nullptr;
 }
 
+const StandardsTables* vqContext::currentStandards() const {
+    const vqPerProjectData* project = currentProject();
+    return project ? project->standards() : nullptr;
+}
+
 bool vqContext::setCurrentDocument(AcApDocument* document) {
     return document && addOrActivate(document->fileName(), document->database());
 }

@@ -14,7 +14,25 @@ class AcApDocument;
 namespace plumb {
 
 class CDBConnection;
+class tblGlobal;
+class tblLayer;
+class tblLayerKey;
+class tblLayerSystem;
+class tblTextStyle;
 class vqPerProjectData;
+
+// The record objects of a project's standards, made when its connection is open. They never write the columns
+// that a standards file does not have.
+struct StandardsTables {
+    explicit StandardsTables(CDBConnection* connection);
+    ~StandardsTables();
+
+    std::unique_ptr<tblGlobal> global;
+    std::unique_ptr<tblLayer> layer;
+    std::unique_ptr<tblLayerKey> layerKey;
+    std::unique_ptr<tblLayerSystem> layerSystem;
+    std::unique_ptr<tblTextStyle> textStyle;
+};
 
 // One open drawing. Its path is its key, as the host spells it.
 class vqPerDocData {
@@ -39,23 +57,29 @@ public:
     vqPerProjectData(const vqPerProjectData&) = delete;
     vqPerProjectData& operator=(const vqPerProjectData&) = delete;
 
-    // True when the connection is open. With the report flag a failure is told on the command line.
+    // True when the connection is open and the record objects are there. With the report flag a failure is
+    // told on the command line.
     bool ConnectProject(bool report);
     // Closes the connection; the next ConnectProject opens it afresh.
     void disconnect();
 
     CDBConnection* connection() const { return m_connection.get(); }
+    const StandardsTables* standards() const { return m_standards.get(); } // null while not connected
 
     Adesk::Int32 nDocuments = 0; // that point here
     CString sFolder;
 
 private:
     bool OpenProjectDatabase(const CString& folder, bool report);
+    bool openOrRepair(const CString& path);
+    bool giveUp();
+    bool BuildContextTables();
     void connectMarkedDrawing();
     bool isConnected() const;
 
     const char* m_moduleName;
     std::unique_ptr<CDBConnection> m_connection;
+    std::unique_ptr<StandardsTables> m_standards; // on the connection
 };
 
 // The open drawings and their projects, kept true by reactors. The head of the documents is the current one.
@@ -78,6 +102,7 @@ public:
     vqPerDocData* currentDocument() const; // null without a drawing
     vqPerProjectData* currentProject() const;
     CDBConnection* currentConnection() const;
+    const StandardsTables* currentStandards() const; // null without a connected project
 
     bool setCurrentDocument(AcApDocument* document); // false for null
     bool addOrActivate(const CString& path, AcDbDatabase* database);

@@ -1,5 +1,6 @@
 #include "editor/CallFrames.h"
 
+#include "dao/CDaoDatabase.h"
 #include "editor/Activity.h"
 #include "runtime/Host.h"
 #include "runtime/ModuleLoader.h"
@@ -88,6 +89,7 @@ lisp::Value CallFrames::call(const Key& key, lisp::Args arguments) {
     const auto found = m_functions.find(key);
     if (found == m_functions.end()) throw lisp::Error("ADS request error");
     const Function function = found->second;
+    CDaoDatabase::noteTurn();
     // Made before the handler runs, so that an argument which cannot leave Lisp is an error of the call.
     lisp::ResbufChain chain = lisp::toResbufs(m_engine, arguments);
     Running running(m_frames, key.first, function.name, {arguments, std::move(chain), {}});

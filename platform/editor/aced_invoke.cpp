@@ -1,3 +1,4 @@
+#include "dao/CDaoDatabase.h"
 #include "editor/CommandLine.h"
 #include "editor/CommandRegistry.h"
 #include "editor/SelectionSet.h"
@@ -42,6 +43,7 @@ int acedInvoke(const resbuf* call, resbuf** result) {
     const lisp::Value function = lisp::Value::symbol(&engine.intern(call->resval.rstring));
     const lisp::Outcome outcome = engine.protectedApply(
         function, lisp::Args(arguments.data(), arguments.size()), lisp::Engine::HoldBack::ErrorsToo);
+    CDaoDatabase::noteTurn();
     if (!outcome) {
         tellError(outcome);
         return outcome.status == lisp::Outcome::Status::Broken ? RTCAN : RTERROR;

@@ -3,6 +3,7 @@
 #include "drawing/AcDbDatabase.h"
 #include "drawing/SlotTable.h"
 #include "drawing/UndoLog.h"
+#include "files/DamagedFile.h"
 #include "files/DrawingFile.h"
 #include "files/DrawingFormat.h"
 #include "files/DrawingHold.h"
@@ -15,7 +16,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -74,51 +74,6 @@ Reading readWhatIsThere(const std::string& path) {
     else
         reading.told.push_back(file.error());
     return reading;
-}
-
-// A file of its own that goes with its scope.
-class Scratch {
-public:
-    Scratch(const std::string& beside, const char* ending) : m_path(beside + ending) { remove(); }
-    ~Scratch() { remove(); }
-    Scratch(const Scratch&) = delete;
-    Scratch& operator=(const Scratch&) = delete;
-    const std::string& path() const { return m_path; }
-
-private:
-    void remove() const {
-        std::error_code none;
-        for (const char* ending : {"", "-journal"}) fs::remove(m_path + ending, none);
-    }
-    std::string m_path;
-};
-
-// The length that the file says it has, by its first bytes; 0 when it is too short to say, or says nonsense.
-std::uintmax_t statedLength(const std::string& path) {
-    unsigned char head[32] = {};
-    std::ifstream(path, std::ios::binary).read(reinterpret_cast<char*>(head), sizeof head);
-    const auto number = [&head](int at, int bytes) {
-        std::uintmax_t value = 0;
-        for (int i = 0; i < bytes; ++i) value = value << 8 | head[at + i];
-        return value;
-    };
-    constexpr int kPageSizeAt = 16;
-    constexpr int kPageCountAt = 28;
-    constexpr std::uintmax_t kLargestPage = 65536; // written as 1
-    const std::uintmax_t size = number(kPageSizeAt, 2);
-    return (size == 1 ? kLargestPage : size) * number(kPageCountAt, 4);
-}
-
-// The engine does not touch a file whose end is missing, so zeros stand for it in a copy.
-std::string copyLengthened(const std::string& path, const std::string& into) {
-    std::error_code error;
-    fs::copy_file(path, into, error);
-    if (error) return error.message();
-    const std::uintmax_t stated = statedLength(into);
-    const std::uintmax_t size = fs::file_size(into, error);
-    constexpr std::uintmax_t kMostGrowth = 64; // times; a length beyond that is damage itself
-    if (!error && size < stated && stated / kMostGrowth <= size) fs::resize_file(into, stated, error);
-    return error ? error.message() : std::string();
 }
 
 // A name for the damaged file at which there is nothing.

@@ -2,78 +2,19 @@
 
 #include "drawing/acdb.h"
 #include "files/DrawingFormat.h"
+#include "files/SalvageWalk.h"
 #include "files/SqlFile.h"
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cstdint>
-#include <functional>
 
 namespace veldrin {
 
 namespace {
 
-// Rows of a table by their number, in ascending order. A page that cannot be read fails every query that
-// meets it, so the numbers are halved around it until the rows on both sides are found.
-class RangeWalk {
-public:
-    using Take = std::function<bool(const SqlStatement& row)>; // false ends the walk
-
-    RangeWalk(const std::string& path, const char* query, Take take)
-        : m_path(path), m_query(query), m_take(std::move(take)) {}
-
-    // False when the taker gave up.
-    bool walk(std::int64_t first, std::int64_t last);
-
-    struct Gap {
-        std::int64_t first, last;
-    };
-    const std::vector<Gap>& gaps() const { return m_gaps; }
-    bool gaveUp() const { return m_failures >= kMostFailures; }
-
-private:
-    static constexpr int kMostFailures = 20'000;
-    void lose(std::int64_t first, std::int64_t last);
-
-    const std::string& m_path;
-    const char* m_query;
-    Take m_take;
-    std::vector<Gap> m_gaps;
-    int m_failures = 0;
-};
-
-void RangeWalk::lose(std::int64_t first, std::int64_t last) {
-    if (!m_gaps.empty() && m_gaps.back().last + 1 == first)
-        m_gaps.back().last = last;
-    else
-        m_gaps.push_back({first, last});
-}
-
-bool RangeWalk::walk(std::int64_t first, std::int64_t last) {
-    if (gaveUp()) {
-        lose(first, last);
-        return true;
-    }
-    SqlFile file(m_path, SqlFile::Mode::kExisting); // the last one failed for good
-    {
-        SqlStatement rows(file, m_query);
-        rows.bind(1, first).bind(2, last);
-        while (rows.step()) {
-            if (!m_take(rows)) return false;
-            first = rows.integer(0) + 1;
-        }
-    }
-    if (file.ok() || first > last) return true;
-    ++m_failures;
-    if (first == last) {
-        lose(first, last);
-        return true;
-    }
-    const std::int64_t middle = first + (last - first) / 2;
-    return walk(first, middle) && walk(middle + 1, last);
-}
-
-std::string rangeText(const RangeWalk::Gap& gap) {
+std::string rangeText(const SalvageWalk::Gap& gap) {
     const auto text = [](std::int64_t n) { return AcDbHandle(static_cast<std::uint64_t>(n)).text(); };
     return gap.first == gap.last ? text(gap.first) : text(gap.first) + " to " + text(gap.last);
 }
@@ -91,12 +32,12 @@ std::int64_t highestHandle(const std::string& path) {
 void copyNumbered(const std::string& damaged, SqlFile& into, const char* query, const char* insertion,
                   int columns, const char* what, std::vector<std::string>& told) {
     SqlStatement insert(into, insertion);
-    RangeWalk walk(damaged, query, [&](const SqlStatement& row) {
+    SalvageWalk walk(damaged, query, [&](const SqlStatement& row) {
         for (int column = 0; column < columns; ++column) insert.bindValue(column + 1, row, column);
         return insert.execute();
     });
     walk.walk(1, highestHandle(damaged));
-    for (const RangeWalk::Gap& gap : walk.gaps())
+    for (const SalvageWalk::Gap& gap : walk.gaps())
         told.push_back(fmt::format("{} {} cannot be read, if there are such", what, rangeText(gap)));
 }
 

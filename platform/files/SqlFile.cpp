@@ -47,7 +47,10 @@ SqlFile::SqlFile(const std::string& path, Mode mode) {
     const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE | create;
     if (!check(sqlite3_open_v2(path.c_str(), &m_connection, flags, nullptr))) return;
     sqlite3_busy_timeout(m_connection, kPatience);
-    sqlite3_db_config(m_connection, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    if (mode == Mode::kDamaged)
+        run("pragma writable_schema = on"); // tables whose description is lost do not keep the others away
+    else
+        sqlite3_db_config(m_connection, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     sqlite3_db_config(m_connection, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
 }
 

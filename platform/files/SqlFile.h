@@ -15,8 +15,9 @@ namespace veldrin {
 // nothing and answers false or zero, so that a sequence of steps is checked once, at its end.
 class VELDRIN_API SqlFile {
 public:
-    // An existing file that is write-protected can still be read.
-    enum class Mode { kExisting, kCreate };
+    // An existing file that is write-protected can still be read. Of a damaged one the tables that it still
+    // lists can be read.
+    enum class Mode { kExisting, kCreate, kDamaged };
 
     SqlFile(const std::string& path, Mode mode);
     ~SqlFile();

@@ -70,6 +70,8 @@ private:
 } // namespace
 
 NodePtr appendInPlace(Compiler& compiler, const Value& form) {
+    constexpr std::int64_t kOnePair = 3; // setq, the variable and its value
+    if (listLength(form) != kOnePair) return nullptr;
     const Value &target = form.cdr().car(), &call = form.cdr().cdr().car();
     if (!call.isCons() || listLength(call) < 3 || !call.car().isSymbol() || !target.isSymbol())
         return nullptr;

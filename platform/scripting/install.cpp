@@ -8,8 +8,8 @@ void install(Host& host) {
     lisp::Engine& lisp = host.lisp();
     for (const auto rows : {entityFunctions(), selectionFunctions(), tableFunctions(), dictionaryFunctions(),
                             commandFunctions(), inputFunctions(), variableFunctions(), curveFunctions(),
-                            documentFunctions(), graphicsFunctions(), recordFunctions(), editingFunctions(),
-                            windowFunctions(), screenFunctions(), moduleFunctions()})
+                            documentFunctions(), projectFunctions(), graphicsFunctions(), recordFunctions(),
+                            editingFunctions(), windowFunctions(), screenFunctions(), moduleFunctions()})
         lisp.define(rows);
     defineTableWalk(lisp);
     defineDictionaryWalk(lisp);

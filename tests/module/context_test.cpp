@@ -1,3 +1,4 @@
+#include "database/CDBConnection.h"
 #include "drawing/AcDbDatabase.h"
 #include "editor/DocumentManager.h"
 #include "host/PlumbModule.h"
@@ -87,8 +88,9 @@ TEST_F(Context, AFoundDatabaseThatDoesNotOpenFailsToConnect) {
     folder.touch("a/P vq_plumb.vq");
     EXPECT_FALSE(context().ConnectProject(true));
     EXPECT_EQ(takePrinted(), "\nCannot connect to the plumbing database (Connection Error Code 1).");
-    EXPECT_EQ(context().currentConnection(), nullptr);
+    EXPECT_FALSE(context().currentConnection()->IsOpen()) << "nobody could repair it";
     EXPECT_EQ(lisp("(vq_plumb-disconnect)"), "nil");
+    EXPECT_EQ(context().currentConnection(), nullptr);
 }
 
 TEST_F(Context, WithoutADrawingThereIsNothingToAsk) {

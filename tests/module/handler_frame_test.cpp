@@ -89,7 +89,8 @@ TEST_F(HandlerFrame, EveryFunctionOfTheTableIsThereAndAnswers) {
     EXPECT_EQ(lispFunctions().size(), 34U);
     for (const LispFunction& function : lispFunctions())
         EXPECT_EQ(lisp("(type (quote " + std::string(function.name) + "))"), "SYM");
-    EXPECT_EQ(lisp("(vq_plumb-getLayer \"x\")"), "nil");
     EXPECT_EQ(lisp("(vq_plumb-options \"x\")"), "nil");
     EXPECT_EQ(takePrinted(), "");
+    EXPECT_EQ(lisp("(vq_plumb-getLayer \"x\" 1)"), "nil") << "it wants a project";
+    EXPECT_EQ(takePrinted(), "\nCannot connect to the plumbing database (Connection Error Code 1).");
 }

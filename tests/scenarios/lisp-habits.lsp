@@ -121,4 +121,11 @@
 (holds '(((vl-catch-all-error-p caught) T) ((vl-catch-all-error-p 5) nil) ((vl-catch-all-error-message caught) "divide by zero")
          ((vl-catch-all-apply '+ '(1 2)) 3) ((type caught) VL-CATCH-ALL-APPLY-ERROR)))
 
+;; A text that grows in place, among other variables of the same setq.
+(defun grow (/ text n)
+  (setq text "" n 0)
+  (while (< n 3) (setq text (strcat text (itoa n)) n (1+ n)))
+  (list text n))
+(check "setq of several, a growing text first" (grow) '("012" 3))
+
 (check-finish)

@@ -1,0 +1,37 @@
+-- Where the starter rows come from. Values of codes are those of the model code: the code in force at the place of a
+-- building may differ, and has the last word.
+
+INSERT INTO tblStandardsSource (ixStandardsSource, sTable, sSubject, sSource, sEdition, sNote)
+VALUES
+    (1, 'tblPipeSize', 'Domestic cold water, domestic hot water, hot water return', 'ASTM B88, copper water tube, type L', 'edition not known', 'Outside diameter and wall are nominal. The bore is the outside diameter less two walls.'),
+    (2, 'tblPipeSize', 'Sanitary waste, vent, storm drainage', 'ASTM D1785, PVC pipe, schedule 40', 'edition not known', 'The bore is the average inside diameter. The bore by minimum wall is up to 2.3 percent larger, which makes up to 5 percent of velocity.'),
+    (3, 'tblPipeSize', 'Natural gas', 'ASME B36.10M and ASTM A53, welded and seamless steel pipe, schedule 40', 'edition not known', 'The bore is the outside diameter less two nominal walls.'),
+    (4, 'tblPipeFlowLookup', 'WSFU, flush tanks', 'International Plumbing Code, Table E103.3(3), predominantly flush tanks', '2018 and 2021', 'All points of the table. The slope beyond 5000 fixture units is that of its last stretch and no part of the table. Codes are amended locally.'),
+    (5, 'tblPipeFlowLookup', 'WSFU, flushometers', 'International Plumbing Code, Table E103.3(3), predominantly flushometer valves', '2018 and 2021', 'All points of the table. From 1000 fixture units on both curves are one. The slope beyond 5000 is that of the last stretch and no part of the table. Codes are amended locally.'),
+    (6, 'tblPipeFlowLookup', 'WSFU (domestic hot water)', 'International Plumbing Code, Table E103.3(3), predominantly flush tanks', '2018 and 2021', 'The curve of flush tanks serves hot water, which has no flushometers.'),
+    (7, 'tblPipeSumCategory', 'Continuous flow (gpm)', 'International Plumbing Code, Section 709.3', 'edition not known', 'A gpm of continuous or semi-continuous flow counts as two drainage fixture units. To be checked against the code in force.'),
+    (8, 'tblPipeSumCategory', 'Roof area at 1 in/h (sq ft)', 'Conversion of units', 'not applicable', '1 sq ft under 1 in of water an hour gives 0.01039 gpm. Multiply by the local rainfall rate.'),
+    (9, 'tblPipeSumCategory', 'Gas input (1000 Btu/h)', 'Conversion of units', 'not applicable', 'For 1000 Btu per cubic foot. The heating value is that of the local supplier.'),
+    (10, 'tblPipeSumCategory', 'Other flow categories', 'House convention', 'not applicable', 'The base of a pipe type is the unit of its sizing tables.'),
+    (11, 'tblPipeSizingTable', 'Velocity up to 8 ft/s, velocity up to 5 ft/s', 'Copper Tube Handbook, and Uniform Plumbing Code, Section 610.12', 'edition not known', 'Limits for copper: cold water 8 ft/s, hot water 5 ft/s. The cold water table of 5 ft/s is the quieter choice.'),
+    (12, 'tblPipeSizingValue', 'Velocity up to 8 ft/s, velocity up to 5 ft/s', 'Calculated from the limits and the bores of ASTM B88, type L', 'edition not known', 'Velocity in ft/s = 0.4085 x gpm / bore^2, bore in inches. Flows are rounded to 0.1 gpm.'),
+    (13, 'tblPipeSizingTable', 'Branches and building drains', 'International Plumbing Code, Section 704.1 and Tables 710.1(1) and 710.1(2)', 'edition not known', 'A building drain that serves a water closet is 3 in or larger. Least fall: to 2-1/2 in 1/4 in per ft, 3 to 6 in 1/8, 8 in and over 1/16. Codes are amended locally.'),
+    (14, 'tblPipeSizingValue', 'Branches and stacks', 'International Plumbing Code, Table 710.1(2)', 'edition not known', 'Horizontal: fixture branches. Vertical: total into a stack of up to three, or over three, branch intervals, or into one interval.'),
+    (15, 'tblPipeSizingValue', 'Building drains', 'International Plumbing Code, Table 710.1(1)', 'edition not known', 'Horizontal: by slope. Vertical: total into a stack of up to three branch intervals, from Table 710.1(2).'),
+    (16, 'tblValveS', 'Water supply fixture units', 'International Plumbing Code, Table E103.3(2)', '2018 and 2021', 'The total is assigned by the table and is not the sum of cold and hot. Hose bibbs are not in it. Codes are amended locally.'),
+    (17, 'tblValveS', 'Drainage fixture units and traps', 'International Plumbing Code, Table 709.1', 'edition not known', 'Water closets at 1.6 gpf unless told. Codes are amended locally.'),
+    (18, 'tblValveS', 'Supply sizes and flows', 'International Plumbing Code, Sections 604.3 and 604.5', 'edition not known', 'Least supply size, and flow at flowing pressure.'),
+    (19, 'tblValveS', 'Values of the UPC', 'Uniform Plumbing Code, Tables 610.3 and 702.1', 'edition not known', 'Codes are amended locally.'),
+    (20, 'tblValveS', 'Valves and specialties', 'House convention', 'not applicable', 'They carry no fixture units.'),
+    (21, 'tblValveSGroup', 'Groups', 'House convention', 'not applicable', ' '),
+    (22, 'tblDwgValve', 'Symbols', 'House convention', 'not applicable', ' '),
+    (23, 'tblPipeType', 'Pipe types', 'House convention', 'not applicable', ' '),
+    (24, 'tblPipeLabel', 'Label formats', 'House convention', 'not applicable', ' '),
+    (25, 'tblPipeLinetype', 'Linetypes', 'House convention', 'not applicable', 'Long dash and short dash for cold water, two short dashes for hot water, dashed vents and full drains are common drafting practice.'),
+    (26, 'tblPipeLinetypeText', 'Texts in lines', 'House convention', 'not applicable', ' '),
+    (27, 'tblLabelGroup', 'Schedule texts', 'House convention', 'not applicable', ' '),
+    (28, 'tblLayerSystem', 'Layer systems', 'House convention', 'not applicable', ' '),
+    (29, 'tblLayer', 'Layer names', 'United States National CAD Standard, AIA CAD Layer Guidelines', 'edition not known', 'Names follow the form of the guidelines: discipline, major group, minor group, status. Some groups are of this house. Colours and lineweights are of this house.'),
+    (30, 'tblLayerKey', 'Layer keys', 'House convention', 'not applicable', ' '),
+    (31, 'tblTextStyle', 'Text styles', 'House convention', 'not applicable', ' '),
+    (32, 'tblGlobal', 'Options', 'House convention', 'not applicable', ' ');

@@ -1,0 +1,40 @@
+-- Options of a project. Sizes of graphics are inches on the sheet, which the scale of the drawing multiplies; the
+-- lining width and the floor height are inches of the building. Without a linetype file the host supplies the
+-- linetypes itself.
+
+INSERT INTO tblGlobal (ixGlobal, sKey, bNumeric, sText, dNumber)
+VALUES
+    (1, 'pipe-breakWidth', -1, NULL, 0.09375),
+    (2, 'pipe-verticalMethod', 0, 'To scale with minimum', NULL),
+    (3, 'pipe-verticalMinimum', -1, NULL, 0.0625),
+    (4, 'pipe-verticalDiameter', -1, NULL, 0.125),
+    (5, 'PTRAP-WIDTH', -1, NULL, 0.25),
+    (6, 'EXTERIOR LINING WIDTH', -1, NULL, 1),
+    (7, 'pipe-showTicksBeforeValve', 0, 'NO', NULL),
+    (8, 'pipe-fittingTickWidth', -1, NULL, 0.0625),
+    (9, 'pipe-fittingTickOffset', -1, NULL, 0.0625),
+    (10, 'pipe-arcRadius', -1, NULL, 0.125),
+    (11, 'stackedFractions', 0, 'NO', NULL),
+    (12, 'pipe-textDistance', -1, NULL, 3),
+    (13, 'pipe-leaderBlock', 0, '_CLOSEDFILLED', NULL),
+    (14, 'pipe-leaderSize', -1, NULL, 0.09375),
+    (15, 'pipe-leaderBlockV', 0, '_DOT', NULL),
+    (16, 'pipe-leaderSizeV', -1, NULL, 0.0625),
+    (17, 'ELEVLABEL LEADER BLOCK', 0, '_CLOSEDFILLED', NULL),
+    (18, 'ArrowheadSize', -1, NULL, 0.09375),
+    (19, 'ELEVLABEL TOP BLOCK', 0, 'VQ-ELEVATION-TOP', NULL),
+    (20, 'ELEVLABEL BOTTOM BLOCK', 0, 'VQ-ELEVATION-BOTTOM', NULL),
+    (21, 'ELEVLABEL BOTH BLOCK', 0, 'VQ-ELEVATION-BOTH', NULL),
+    (22, 'ELEVLABEL CENTERLINE BLOCK', 0, 'VQ-ELEVATION-CENTERLINE', NULL),
+    (23, 'ELEVLABEL TOP LABEL', 0, 'TOP EL', NULL),
+    (24, 'ELEVLABEL BOTTOM LABEL', 0, 'BOT EL', NULL),
+    (25, 'ELEVLABEL CENTERLINE LABEL', 0, 'CL EL', NULL),
+    (26, 'ELEVLABEL INCLUDE EXTERIOR', 0, 'NO', NULL),
+    (27, '3DApproximation', -1, NULL, 16),
+    (28, 'DrawHangers2D', 0, 'YES', NULL),
+    (29, 'DrawHangers3D', 0, 'YES', NULL),
+    (30, 'linetypeFile', 0, ' ', NULL),
+    (31, 'scheduleTitleJustification', 0, 'Center', NULL),
+    (32, 'scheduleColumnJustification', 0, 'Center', NULL),
+    (33, 'scheduleTitleContinued', 0, '(continued)', NULL),
+    (34, 'DEFAULT FLOOR HEIGHT', -1, NULL, 120);
