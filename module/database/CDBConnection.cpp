@@ -23,16 +23,6 @@ void CDBConnection::GetLastError(int& code, CString& description) const {
     description = m_lastError.m_strDescription;
 }
 
-bool CDBConnection::attempt(const std::function<void()>& operation) {
-    try {
-        operation();
-        return true;
-    } catch (const CDaoException& error) {
-        record(error);
-        return false;
-    }
-}
-
 CString CDBConnection::Open(const CString& path, bool exclusive, bool readOnly) {
     constexpr const char* kRepair = "*REPAIR*";
     Close();

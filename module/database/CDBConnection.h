@@ -37,6 +37,7 @@ public:
     // True when opened, or when it may not be written; the flag tells the latter, and then nothing is open.
     bool OpenOrFlagReadOnly(const CString& path, bool& isReadOnly);
     bool IsOpen() const { return m_database.IsOpen(); }
+    bool IsUsable() const { return true; }           // the database object lives as long as its connection
     bool IsReadOnly() const { return !CanUpdate(); } // closed: yes
     bool CanUpdate() const { return m_database.CanUpdate(); }
     bool Close(); // closed: true
@@ -122,7 +123,16 @@ private:
     void record(const CDaoException& error);
     bool hasTable(); // the database and the current table are open
     // Runs what may throw; a failure is recorded and false.
-    bool attempt(const std::function<void()>& operation);
+    template<class Operation>
+    bool attempt(Operation&& operation) {
+        try {
+            operation();
+            return true;
+        } catch (const CDaoException& error) {
+            record(error);
+            return false;
+        }
+    }
     bool give(FieldArray* record);
     // Runs a writing operation until it succeeds, fails for good, or has met too many locks.
     enum class Write { kDone, kRefused };

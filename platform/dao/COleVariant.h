@@ -37,6 +37,33 @@ public:
     COleVariant(std::vector<COleVariant> items) : m_type(VT_VARIANT), m_value(std::move(items)) {}
     COleVariant(bool) = delete; // say which of the two kinds of truth is meant
 
+    // The same in place, for readers of many values.
+    void setNull() {
+        m_type = VT_NULL;
+        if (!std::holds_alternative<std::monostate>(m_value)) m_value = std::monostate();
+    }
+    void setWhole(std::int64_t value, VARENUM type) {
+        m_type = type;
+        if (auto* there = std::get_if<std::int64_t>(&m_value))
+            *there = value;
+        else
+            m_value = value;
+    }
+    void setReal(double value, VARENUM type = VT_R8) {
+        m_type = type;
+        if (auto* there = std::get_if<double>(&m_value))
+            *there = value;
+        else
+            m_value = value;
+    }
+    void setText(const char* text, std::size_t length) {
+        m_type = VT_BSTR;
+        if (auto* there = std::get_if<CString>(&m_value))
+            there->assign(text, length);
+        else
+            m_value.emplace<CString>(text, length);
+    }
+
     static COleVariant null();
     static COleVariant date(double days);
 

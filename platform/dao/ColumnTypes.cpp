@@ -84,24 +84,32 @@ bool isTextType(DaoFieldType type) {
 constexpr std::int64_t kLeastLong = std::numeric_limits<std::int32_t>::min();
 constexpr std::int64_t kMostLong = std::numeric_limits<std::int32_t>::max();
 
-COleVariant wholeNumber(std::int64_t value) {
-    if (value < kLeastLong || value > kMostLong) return static_cast<double>(value);
-    return static_cast<std::int32_t>(value);
+bool isWithin(std::int64_t value, std::int64_t least, std::int64_t most) {
+    return value >= least && value <= most;
 }
 
-COleVariant numberOfKind(sqlite3_stmt* row, int column, DaoFieldType type) {
-    const std::int64_t whole = sqlite3_column_int64(row, column);
-    switch (type) {
-    case dbByte:
-        if (whole >= 0 && whole <= std::numeric_limits<std::uint8_t>::max())
-            return static_cast<std::uint8_t>(whole);
-        return wholeNumber(whole);
-    case dbInteger:
-        if (whole >= std::numeric_limits<std::int16_t>::min() &&
-            whole <= std::numeric_limits<std::int16_t>::max())
-            return static_cast<std::int16_t>(whole);
-        return wholeNumber(whole);
-    default: return wholeNumber(whole);
+// A whole number as the field's kind, or a wider one that holds it.
+void setWhole(std::int64_t value, DaoFieldType type, COleVariant& into) {
+    if (type == dbByte && isWithin(value, 0, std::numeric_limits<std::uint8_t>::max()))
+        into.setWhole(value, VT_UI1);
+    else if (type == dbInteger && isWithin(value, std::numeric_limits<std::int16_t>::min(),
+                                           std::numeric_limits<std::int16_t>::max()))
+        into.setWhole(value, VT_I2);
+    else if (isWithin(value, kLeastLong, kMostLong))
+        into.setWhole(value, VT_I4);
+    else
+        into.setReal(static_cast<double>(value));
+}
+
+void readPlain(sqlite3_value* value, COleVariant& into) {
+    switch (sqlite3_value_type(value)) {
+    case SQLITE_NULL: into.setNull(); return;
+    case SQLITE_INTEGER: setWhole(sqlite3_value_int64(value), dbLong, into); return;
+    case SQLITE_FLOAT: into.setReal(sqlite3_value_double(value)); return;
+    default: {
+        const auto* bytes = static_cast<const char*>(sqlite3_value_blob(value));
+        into.setText(bytes ? bytes : "", static_cast<std::size_t>(sqlite3_value_bytes(value)));
+    }
     }
 }
 
@@ -179,39 +187,30 @@ CString declaredType(const CDaoFieldInfo& field) {
     return text;
 }
 
+// By the engine's values, not by its columns: each call for a column looks the value up again.
 void readExpression(sqlite3_stmt* row, int column, COleVariant& into) {
-    switch (sqlite3_column_type(row, column)) {
-    case SQLITE_NULL: into = COleVariant::null(); return;
-    case SQLITE_INTEGER: into = wholeNumber(sqlite3_column_int64(row, column)); return;
-    case SQLITE_FLOAT: into = sqlite3_column_double(row, column); return;
-    default: {
-        const auto* bytes = static_cast<const char*>(sqlite3_column_blob(row, column));
-        into = CString(bytes ? bytes : "", static_cast<std::size_t>(sqlite3_column_bytes(row, column)));
-    }
-    }
+    readPlain(sqlite3_column_value(row, column), into);
 }
 
 void readColumn(sqlite3_stmt* row, int column, DaoFieldType type, COleVariant& into) {
-    const int stored = sqlite3_column_type(row, column);
-    if (stored != SQLITE_INTEGER && stored != SQLITE_FLOAT) return readExpression(row, column, into);
+    sqlite3_value* value = sqlite3_column_value(row, column);
+    const int stored = sqlite3_value_type(value);
+    if (stored != SQLITE_INTEGER && stored != SQLITE_FLOAT) return readPlain(value, into);
     switch (type) {
-    case dbBoolean:
-        into = COleVariant(static_cast<std::int16_t>(sqlite3_column_double(row, column) != 0.0 ? -1 : 0),
-                           VT_BOOL);
-        return;
+    case dbBoolean: into.setWhole(sqlite3_value_double(value) != 0.0 ? -1 : 0, VT_BOOL); return;
     case dbByte:
     case dbInteger:
     case dbLong:
         if (stored == SQLITE_INTEGER)
-            into = numberOfKind(row, column, type);
+            setWhole(sqlite3_value_int64(value), type, into);
         else
-            into = sqlite3_column_double(row, column);
+            into.setReal(sqlite3_value_double(value));
         return;
-    case dbSingle: into = static_cast<float>(sqlite3_column_double(row, column)); return;
+    case dbSingle: into.setReal(sqlite3_value_double(value), VT_R4); return;
     case dbCurrency:
-    case dbDouble: into = sqlite3_column_double(row, column); return;
-    case dbDate: into = COleVariant::date(sqlite3_column_double(row, column)); return;
-    default: readExpression(row, column, into);
+    case dbDouble: into.setReal(sqlite3_value_double(value)); return;
+    case dbDate: into.setReal(sqlite3_value_double(value), VT_DATE); return;
+    default: readPlain(value, into);
     }
 }
 

@@ -14,7 +14,7 @@ namespace {
 
 // Pages grow while a walk goes on: whoever moves once or twice behind a seek should not pay for hundreds.
 constexpr std::size_t kFirstPage = 4;
-constexpr std::size_t kLargestPage = 512;
+constexpr std::size_t kLargestPage = 256;
 constexpr std::size_t kPageGrowth = 4;
 
 const char* sortWord(bool descending) {

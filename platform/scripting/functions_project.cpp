@@ -25,18 +25,23 @@ void tell(const std::string& line) {
     commandLine.print(line + "\n");
 }
 
-// Runs what may fail with the database engine's text, which is then the Lisp error's.
+// Runs what may fail with the database engine's text, which is then the Lisp error's. The engine waits a
+// second for another user's lock; a script waits longer, since nobody repeats its call.
 template<class Operation>
 auto withDatabase(Args args, Operation operation) {
+    constexpr int kAttempts = 20;
     const std::string path = args.string(0);
     const std::string sql = args.string(1);
     if (path.empty()) throw Error("there is no project database");
-    try {
-        CDaoDatabase database;
-        database.Open(path);
-        return operation(database, sql);
-    } catch (const CDaoException& failure) {
-        throw Error(failure.GetErrorMessage());
+    for (int attempt = 1;; ++attempt) {
+        try {
+            CDaoDatabase database;
+            database.Open(path);
+            return operation(database, sql);
+        } catch (const CDaoException& failure) {
+            const bool isLock = failure.number() == kDaoLocked || failure.number() == kDaoTableLocked;
+            if (!isLock || attempt == kAttempts) throw Error(failure.GetErrorMessage());
+        }
     }
 }
 

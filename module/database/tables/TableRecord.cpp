@@ -18,9 +18,10 @@ double doubleIn(const COleVariant& value) {
     return value.vt() == VT_BOOL ? static_cast<double>(value.whole() != 0) : numberIn(value);
 }
 
-CString trimmed(const CString& text) {
-    const std::size_t last = text.find_last_not_of(' ');
-    return last == CString::npos ? CString() : text.substr(0, last + 1);
+std::size_t lengthTrimmed(const CString& text) {
+    std::size_t length = text.size();
+    while (length > 0 && text[length - 1] == ' ') --length;
+    return length;
 }
 
 } // namespace
@@ -42,7 +43,9 @@ void Column::load(const COleVariant& value) {
         static_cast<LongColumn*>(this)->m_value = static_cast<std::int32_t>(numberIn(value));
         break;
     case Kind::kDouble: static_cast<DoubleColumn*>(this)->m_value = doubleIn(value); break;
-    case Kind::kText: static_cast<TextColumn*>(this)->m_value = trimmed(value.text()); break;
+    case Kind::kText:
+        static_cast<TextColumn*>(this)->m_value.assign(value.text(), 0, lengthTrimmed(value.text()));
+        break;
     case Kind::kYesNo:
         static_cast<YesNoColumn*>(this)->m_value = static_cast<std::int16_t>(value.whole()) == -1;
         break;
@@ -61,7 +64,10 @@ COleVariant Column::toWrite() const {
 }
 
 TableRecord::TableRecord(const char* table, CDBConnection* connection, bool isStandards)
-    : m_table(table), m_connection(connection), m_isStandards(isStandards) {}
+    : m_table(table)
+    , m_keyIndex("ix" + m_table.substr(3))
+    , m_connection(connection)
+    , m_isStandards(isStandards) {}
 
 std::int32_t TableRecord::key() const {
     return static_cast<const LongColumn*>(m_columns.front())->get();
@@ -69,6 +75,11 @@ std::int32_t TableRecord::key() const {
 
 bool TableRecord::makeCurrent(const CString& index) {
     return m_connection && m_connection->OpenTable(m_table, index);
+}
+
+bool TableRecord::makeCurrent() {
+    static const CString kAsItIs;
+    return makeCurrent(kAsItIs);
 }
 
 void TableRecord::forgetChanges() {
@@ -115,7 +126,7 @@ void TableRecord::Close() {
 }
 
 void TableRecord::Delete() {
-    if (makeCurrent(keyIndex()) && m_connection->Seek1(key())) m_connection->DeleteRecord();
+    if (makeCurrent(m_keyIndex) && m_connection->Seek1(key())) m_connection->DeleteRecord();
 }
 
 void TableRecord::GetFieldValue(const CString& field, COleVariant& value) {
@@ -143,7 +154,7 @@ void TableRecord::moveLast() {
 }
 
 bool TableRecord::Seek(std::int32_t key) {
-    return seekOn(keyIndex(), {key});
+    return seekOn(m_keyIndex, {key});
 }
 
 bool TableRecord::seekOn(const CString& index, std::initializer_list<COleVariant> keys) {
@@ -164,7 +175,7 @@ void TableRecord::Update() {
             fields.push_back({column->m_name, column->toWrite()});
     if (fields.empty()) return;
     if (m_isAdding) {
-        if (makeCurrent(keyIndex()) && m_connection->AddRecord(fields, false)) load();
+        if (makeCurrent(m_keyIndex) && m_connection->AddRecord(fields, false)) load();
     } else if (m_isEditing) {
         if (Seek(m_editKey) && m_connection->EditRecord(fields)) load();
     }

@@ -130,13 +130,14 @@ protected:
 
 private:
     friend class Column;
-    CString keyIndex() const { return m_columns.front()->name(); }
     std::int32_t key() const;
-    bool makeCurrent(const CString& index = {});
+    bool makeCurrent(const CString& index);
+    bool makeCurrent(); // whatever its index
     void load();
     void forgetChanges();
 
-    const char* m_table;
+    CString m_table;
+    CString m_keyIndex; // like the key column
     CDBConnection* m_connection;
     bool m_isStandards;
     bool m_isAdding = false;

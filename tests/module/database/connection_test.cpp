@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
 #include <fstream>
 #include <thread>
 
@@ -223,4 +224,22 @@ TEST_F(Connection, AWriteWaitsForAnotherUsersLockAndGivesUpInTheEnd) {
     EXPECT_TRUE(connection.EditRecord({{"iTee", 9}})) << lastError();
     release.join();
     EXPECT_EQ(rows("select iTee from tblPipeType order by ixPipeType"), "9|5|0");
+}
+
+// Half a minute of waiting: run with VELDRIN_LONG_TESTS=1.
+TEST_F(Connection, ALockThatStaysGivesAnErrorInTheEnd) {
+    if (!std::getenv("VELDRIN_LONG_TESTS")) GTEST_SKIP();
+    ASSERT_TRUE(connection.OpenTable("tblPipeType", "ixPipeType") && connection.Seek1(1));
+    CDaoDatabase other;
+    other.Open(path);
+    other.BeginTrans();
+    other.Execute("update tblPipeType set iTee = 5 where ixPipeType = 2");
+    EXPECT_FALSE(connection.EditRecord({{"iTee", 9}}));
+    EXPECT_EQ(errorCode(), kDaoLocked);
+    takePrinted();
+    EXPECT_TRUE(ReportDatabaseError(connection));
+    EXPECT_EQ(takePrinted(), "\nDatabase Error: " + path + " is locked by another user.");
+    other.Rollback();
+    EXPECT_EQ(lisp("(type (vq_plumb-insertPipe 1 '(0 0 0) '(9 0 0)))"), "ENAME") << "drawing goes on";
+    EXPECT_TRUE(connection.EditRecord({{"iTee", 9}}));
 }
