@@ -22,20 +22,9 @@ std::string_view firstWord(std::string_view sql) {
     return sql.substr(0, std::min(sql.find_first_of(" \t\r\n(;"), sql.size()));
 }
 
-bool isOneOf(std::string_view word, std::initializer_list<std::string_view> words) {
-    return std::any_of(words.begin(), words.end(),
-                       [&](std::string_view other) { return dao::equalNames(word, other); });
-}
-
 void bindParameters(dao::Statement& statement, const dao::SqlText& text,
                     const std::vector<std::pair<CString, COleVariant>>& values) {
-    for (const auto& [name, value] : values) {
-        const auto at = std::find_if(text.parameters.begin(), text.parameters.end(),
-                                     [&](const CString& other) { return dao::equalNames(name, other); });
-        if (at == text.parameters.end())
-            throw CDaoException(kDaoItemNotFound, fmt::format("The query has no parameter {}.", name));
-        statement.bind(static_cast<int>(at - text.parameters.begin()) + 1, value);
-    }
+    for (const auto& [name, value] : values) statement.bind(text.parameterNumber(name), value);
 }
 
 // Fields of tables have the kind that they are declared with, through joins; expressions that of their value.
@@ -75,8 +64,8 @@ std::int64_t execute(Connection& connection, const dao::SqlText& text,
     if (!connection.canUpdate())
         throw CDaoException(kDaoReadOnly, fmt::format("{} is read-only.", connection.path()));
     const std::string_view word = firstWord(text.engine);
-    const bool changesRows = isOneOf(word, {"insert", "update", "delete", "replace", "with"});
-    const bool changesTables = isOneOf(word, {"create", "alter", "drop"});
+    const bool changesRows = dao::isOneOf(word, {"insert", "update", "delete", "replace", "with"});
+    const bool changesTables = dao::isOneOf(word, {"create", "alter", "drop"});
     if (!changesRows && !changesTables) { // nothing that would go into a transaction
         const Connection::Lease statement = connection.prepare(text.engine);
         bindParameters(*statement, text, values);
@@ -249,10 +238,7 @@ void CDaoQueryDef::SetSQL(const CString& sql) {
 }
 
 void CDaoQueryDef::SetParamValue(std::string_view parameter, const COleVariant& value) {
-    const auto known = dao::translateSql(m_sql).parameters;
-    const bool isKnown = std::any_of(known.begin(), known.end(),
-                                     [&](const CString& name) { return dao::equalNames(name, parameter); });
-    if (!isKnown)
+    if (dao::translateSql(m_sql).parameterNumber(parameter) == 0)
         throw CDaoException(kDaoItemNotFound, fmt::format("The query has no parameter {}.", parameter));
     std::erase_if(m_values, [&](const auto& entry) { return dao::equalNames(entry.first, parameter); });
     m_values.emplace_back(CString(parameter), value);

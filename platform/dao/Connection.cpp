@@ -174,23 +174,25 @@ Connection::Connection(const CString& path, Opening opening) : m_path(path) {
     }
 }
 
-Connection::~Connection() {
-    close();
+void Connection::Closer::operator()(sqlite3* handle) const {
+    sqlite3_close_v2(handle);
 }
 
 void Connection::close() {
     m_statements.clear();
-    sqlite3_close_v2(m_handle); // statements of recordsets may go later
-    m_handle = nullptr;
+    m_handle.reset();
 }
 
 void Connection::open(const CString& name, int flags) {
     constexpr int kAlways = SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE | SQLITE_OPEN_PRIVATECACHE;
-    check(sqlite3_open_v2(name.c_str(), &m_handle, flags | kAlways, nullptr));
-    sqlite3_busy_handler(m_handle, whenBusy, this);
-    sqlite3_db_config(m_handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
-    sqlite3_db_config(m_handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
-    sqlite3_db_config(m_handle, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
+    sqlite3* opened = nullptr;
+    const int code = sqlite3_open_v2(name.c_str(), &opened, flags | kAlways, nullptr);
+    m_handle.reset(opened); // a failed one too: it knows what failed
+    check(code);
+    sqlite3_busy_handler(handle(), whenBusy, this);
+    sqlite3_db_config(handle(), SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_db_config(handle(), SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    sqlite3_db_config(handle(), SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
 }
 
 // The first look at the file: whether it is one of ours, and whole at its beginning.
@@ -198,7 +200,7 @@ void Connection::look() {
     try {
         number("select count(*) from sqlite_schema");
     } catch (const CDaoException& failure) {
-        if (failure.number() != kDaoUnrecognized || !isOfFormerEngine(m_handle)) throw;
+        if (failure.number() != kDaoUnrecognized || !isOfFormerEngine(handle())) throw;
         throw CDaoException(kDaoFormerEngine,
                             fmt::format("{} is of the former database engine; export it there "
                                         "and import it into a new project.",
@@ -217,7 +219,7 @@ void Connection::setUp(Opening opening) {
     run(kSetUp);
     if (opening.readOnly) return;
     const CString folder = fs::absolute(m_path).parent_path().string();
-    if (sqlite3_db_readonly(m_handle, "main") != 0 || eaccess(m_path.c_str(), W_OK) != 0 ||
+    if (sqlite3_db_readonly(handle(), "main") != 0 || eaccess(m_path.c_str(), W_OK) != 0 ||
         eaccess(folder.c_str(), W_OK) != 0)
         throw CDaoException(kDaoCannotOpen, fmt::format("{} may not be written.", m_path));
     run("pragma journal_mode = delete"); // the other kind needs shared memory, which a share does not give
@@ -259,7 +261,7 @@ void Connection::createFile(const CString& path) {
 
 void Connection::check(int code) const {
     if (code == SQLITE_OK || code == SQLITE_ROW || code == SQLITE_DONE) return;
-    throwEngineError(m_handle, code, m_path);
+    throwEngineError(handle(), code, m_path);
 }
 
 void Connection::GiveBack::operator()(Statement* statement) const {
@@ -286,7 +288,7 @@ Connection::Lease Connection::prepare(std::string_view engineSql) {
 }
 
 void Connection::run(const char* engineSql) {
-    check(sqlite3_exec(m_handle, engineSql, nullptr, nullptr, nullptr));
+    check(sqlite3_exec(handle(), engineSql, nullptr, nullptr, nullptr));
 }
 
 std::int64_t Connection::number(std::string_view engineSql) {
@@ -301,7 +303,7 @@ void Connection::begin(bool forWriting) {
 void Connection::commit() {
     const auto end = Clock::now() + kPatience;
     for (;;) {
-        const int code = sqlite3_exec(m_handle, "commit", nullptr, nullptr, nullptr);
+        const int code = sqlite3_exec(handle(), "commit", nullptr, nullptr, nullptr);
         if (!isLock(code) || Clock::now() > end) return check(code);
         pauseALittle();
     }
@@ -309,16 +311,16 @@ void Connection::commit() {
 
 void Connection::rollback() {
     if (!isInTransaction()) return; // the engine took it back by itself
-    sqlite3_exec(m_handle, "rollback", nullptr, nullptr, nullptr);
+    sqlite3_exec(handle(), "rollback", nullptr, nullptr, nullptr);
     ++m_takenBack;
 }
 
 bool Connection::isInTransaction() const {
-    return sqlite3_get_autocommit(m_handle) == 0;
+    return sqlite3_get_autocommit(handle()) == 0;
 }
 
 std::int64_t Connection::stamp() const {
-    return sqlite3_total_changes64(m_handle) + m_takenBack + turns;
+    return sqlite3_total_changes64(handle()) + m_takenBack + turns;
 }
 
 void Connection::noteTurn() {

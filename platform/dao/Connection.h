@@ -63,7 +63,7 @@ public:
     // Throws kDaoCannotOpen for a file that somebody holds exclusively, or, unless read-only is asked for,
     // that may not be written; a retryable number for one that is being written at this moment.
     Connection(const CString& path, Opening opening);
-    ~Connection();
+    ~Connection() { close(); }
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
@@ -72,7 +72,7 @@ public:
 
     const CString& path() const { return m_path; }
     bool canUpdate() const { return !m_readOnly; }
-    sqlite3* handle() const { return m_handle; }
+    sqlite3* handle() const { return m_handle.get(); }
 
     // A statement that is kept for the next time that the same text is asked for. It goes back when the
     // pointer does.
@@ -109,7 +109,10 @@ private:
     static int whenBusy(void* connection, int attempt);
 
     CString m_path;
-    sqlite3* m_handle = nullptr;
+    struct Closer {
+        void operator()(sqlite3* handle) const; // statements of recordsets may go later
+    };
+    std::unique_ptr<sqlite3, Closer> m_handle;
     bool m_readOnly = false;
     std::int64_t m_takenBack = 0;
     std::int64_t m_busySince = 0; // nanoseconds

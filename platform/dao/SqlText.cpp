@@ -1,6 +1,7 @@
 #include "dao/SqlText.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 
 namespace veldrin::dao {
@@ -121,11 +122,72 @@ std::vector<CString> takeParameters(std::string_view& sql) {
     return {}; // no end: the engine refuses the word
 }
 
+std::vector<Token> allPieces(std::string_view sql) {
+    std::vector<Token> tokens;
+    Pieces pieces(sql);
+    for (Token token = pieces.next(); token.kind != Kind::kEnd; token = pieces.next())
+        tokens.push_back(token);
+    return tokens;
+}
+
+bool isSpace(const Token& token) {
+    return token.kind == Kind::kComment || (token.kind == Kind::kOther && isBlank(token.raw.front()));
+}
+
+// The next token that says something, from the given one on.
+std::size_t significant(const std::vector<Token>& tokens, std::size_t at) {
+    while (at < tokens.size() && isSpace(tokens[at])) ++at;
+    return at;
+}
+
+bool definesTable(const std::vector<Token>& tokens) {
+    const std::size_t verb = significant(tokens, 0);
+    const std::size_t object = significant(tokens, verb + 1);
+    return object < tokens.size() && isOneOf(tokens[verb].raw, {"create", "alter"}) &&
+           equalNames(tokens[object].raw, "table");
+}
+
+// Index of the last token of a field's type: the word, or the bracket behind its size.
+std::size_t endOfType(const std::vector<Token>& tokens, std::size_t word) {
+    std::size_t at = significant(tokens, word + 1);
+    if (at >= tokens.size() || tokens[at].raw != "(") return word;
+    while (at < tokens.size() && tokens[at].raw != ")") ++at;
+    return std::min(at, tokens.size() - 1);
+}
+
+// Fields that are declared as texts compare without case. The engine has no such kind of text, so their
+// definition says it.
+CString withTextComparison(const CString& sql) {
+    const std::vector<Token> tokens = allPieces(sql);
+    if (!definesTable(tokens)) return sql;
+    CString out;
+    std::array<Token, 2> before; // the last two that said something: where a field begins, and its name
+    for (std::size_t at = 0; at < tokens.size(); ++at) {
+        const Token& token = tokens[at];
+        const bool isType = token.kind == Kind::kWord &&
+                            isOneOf(token.raw, {"text", "varchar", "char", "longtext", "memo"}) &&
+                            (before[1].kind == Kind::kWord || before[1].kind == Kind::kName) &&
+                            isOneOf(before[0].raw, {"(", ",", "add", "column"});
+        if (!isSpace(token)) before = {before[1], token};
+        out += isType && equalNames(token.raw, "memo") ? std::string_view("LONGTEXT") : token.raw;
+        if (!isType) continue;
+        for (const std::size_t end = endOfType(tokens, at); at < end;) out += tokens[++at].raw;
+        const std::size_t next = significant(tokens, at + 1);
+        if (next >= tokens.size() || !equalNames(tokens[next].raw, "collate")) out += " COLLATE NOCASE";
+    }
+    return out;
+}
+
 } // namespace
 
 bool equalNames(std::string_view a, std::string_view b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(),
                       [](char x, char y) { return lower(x) == lower(y); });
+}
+
+bool isOneOf(std::string_view name, std::initializer_list<std::string_view> names) {
+    return std::any_of(names.begin(), names.end(),
+                       [&](std::string_view other) { return equalNames(name, other); });
 }
 
 CString quoted(std::string_view text) {
@@ -144,6 +206,12 @@ CString bracketed(std::string_view name) {
     return text + "]";
 }
 
+int SqlText::parameterNumber(std::string_view name) const {
+    for (std::size_t i = 0; i < parameters.size(); ++i)
+        if (equalNames(parameters[i], name)) return static_cast<int>(i) + 1;
+    return 0;
+}
+
 SqlText translateSql(std::string_view sql) {
     SqlText result;
     result.parameters = takeParameters(sql);
@@ -158,11 +226,8 @@ SqlText translateSql(std::string_view sql) {
         }
         const bool isName = token.kind == Kind::kWord || token.kind == Kind::kName;
         if (isName && before != ".") {
-            const auto parameter =
-                std::find_if(result.parameters.begin(), result.parameters.end(),
-                             [&](const CString& name) { return equalNames(name, bareName(token.raw)); });
-            if (parameter != result.parameters.end()) {
-                out += "?" + std::to_string(parameter - result.parameters.begin() + 1);
+            if (const int number = result.parameterNumber(bareName(token.raw))) {
+                out += "?" + std::to_string(number);
                 continue;
             }
         }
@@ -171,6 +236,7 @@ SqlText translateSql(std::string_view sql) {
         else
             out += token.raw;
     }
+    out = withTextComparison(out);
     return result;
 }
 

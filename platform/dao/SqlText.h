@@ -3,6 +3,7 @@
 #include "runtime/CString.h"
 #include "runtime/VeldrinApi.h"
 
+#include <initializer_list>
 #include <string_view>
 #include <vector>
 
@@ -16,6 +17,8 @@ namespace veldrin::dao {
 struct SqlText {
     CString engine;
     std::vector<CString> parameters; // as declared; parameter n of the engine's text is the n-th of them
+
+    int parameterNumber(std::string_view name) const; // from 1; 0 when there is none of this name
 };
 
 VELDRIN_API SqlText translateSql(std::string_view sql);
@@ -26,6 +29,8 @@ VELDRIN_API CString bracketed(std::string_view name);
 // A text literal.
 VELDRIN_API CString quoted(std::string_view text);
 
-bool equalNames(std::string_view a, std::string_view b); // without regard to case, A to Z
+// Without regard to case, A to Z.
+bool equalNames(std::string_view a, std::string_view b);
+bool isOneOf(std::string_view name, std::initializer_list<std::string_view> names);
 
 } // namespace veldrin::dao
