@@ -93,13 +93,17 @@ CDaoDatabase::~CDaoDatabase() = default;
 
 void CDaoDatabase::Open(const CString& path, bool exclusive, bool readOnly) {
     Close();
-    m_connection = std::make_unique<Connection>(path, Connection::Opening{exclusive, readOnly});
-    try {
-        dao::openLinks(*m_connection);
-    } catch (const CDaoException&) {
-        Close();
-        throw;
-    }
+    take(std::make_unique<Connection>(path, Connection::Opening{exclusive, readOnly}));
+}
+
+void CDaoDatabase::OpenToRead(const CString& path) {
+    Close();
+    take(Connection::openToRead(path));
+}
+
+void CDaoDatabase::take(std::unique_ptr<Connection> connection) {
+    dao::openLinks(*connection);
+    m_connection = std::move(connection);
 }
 
 void CDaoDatabase::Create(const CString& path) {

@@ -30,6 +30,7 @@ public:
     // 3051 when it may not be written (and read-only was not asked for), or somebody has it exclusively; a
     // file that somebody has exclusively can be opened read-only.
     void Open(const CString& path, bool exclusive = false, bool readOnly = false);
+    void OpenToRead(const CString& path); // whether it may be written or not
     // Makes a file that holds nothing and opens it. It must not be there yet.
     void Create(const CString& path);
     void Close();
@@ -64,6 +65,7 @@ public:
     veldrin::dao::Connection& connection() const; // throws 3420 when closed
 
 private:
+    void take(std::unique_ptr<veldrin::dao::Connection> connection);
     std::unique_ptr<veldrin::dao::Connection> m_connection;
 };
 

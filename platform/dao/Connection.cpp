@@ -239,6 +239,15 @@ int Connection::whenBusy(void* connection, int attempt) {
     return 1;
 }
 
+std::unique_ptr<Connection> Connection::openToRead(const CString& path) {
+    try {
+        return std::make_unique<Connection>(path, Opening{});
+    } catch (const CDaoException& failure) {
+        if (failure.number() != kDaoCannotOpen) throw;
+        return std::make_unique<Connection>(path, Opening{false, true});
+    }
+}
+
 void Connection::createFile(const CString& path) {
     std::error_code error;
     if (fs::exists(path, error))

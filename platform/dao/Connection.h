@@ -67,6 +67,9 @@ public:
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
+    // For reading alone where nothing may be written.
+    static std::unique_ptr<Connection> openToRead(const CString& path);
+
     // A new file with nothing in it. Throws when there is one already.
     static void createFile(const CString& path);
 

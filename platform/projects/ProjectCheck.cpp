@@ -18,15 +18,6 @@ namespace {
 
 constexpr int kMostPageProblems = 20;
 
-std::unique_ptr<dao::Connection> openToRead(const std::string& path) {
-    try {
-        return std::make_unique<dao::Connection>(path, dao::Connection::Opening{});
-    } catch (const CDaoException& failure) {
-        if (failure.number() != kDaoCannotOpen) throw;
-        return std::make_unique<dao::Connection>(path, dao::Connection::Opening{false, true});
-    }
-}
-
 void addLines(const CString& text, std::vector<std::string>& problems) {
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t end = std::min(text.find('\n', at), text.size());
@@ -83,7 +74,7 @@ ProjectReport checkProject(const std::string& path) {
         const std::uintmax_t stated = statedLength(path);
         std::error_code error;
         const std::uintmax_t size = std::filesystem::file_size(path, error);
-        const auto connection = openToRead(path);
+        const auto connection = dao::Connection::openToRead(path);
         report.problems = pageProblems(*connection);
         if (!error && size < stated)
             report.problems.push_back(

@@ -57,7 +57,7 @@ void dumpTable(CDaoDatabase& database, const CString& table, std::ostream& out) 
 
 void dumpProject(const std::string& path, std::ostream& out) {
     CDaoDatabase database;
-    database.Open(path, false, true);
+    database.OpenToRead(path);
     database.BeginTrans(); // all of it as of one moment
     out << "Project database. A field that is not listed is null.\n";
     for (const CString& table : dao::tableNames(database.connection())) dumpTable(database, table, out);

@@ -36,7 +36,7 @@ auto withDatabase(Args args, Operation operation) {
     for (int attempt = 1;; ++attempt) {
         try {
             CDaoDatabase database;
-            database.Open(path);
+            database.OpenToRead(path);
             return operation(database, sql);
         } catch (const CDaoException& failure) {
             const bool isLock = failure.number() == kDaoLocked || failure.number() == kDaoTableLocked;

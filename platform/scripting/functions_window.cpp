@@ -1,9 +1,8 @@
 // ui-next ui-log
 
-#include "runtime/Host.h"
 #include "scripting/drawing_values.h"
+#include "scripting/headless.h"
 #include "scripting/tables.h"
-#include "ui/UiBackend.h"
 
 namespace veldrin::scripting {
 
@@ -13,12 +12,6 @@ using lisp::Args;
 using lisp::Engine;
 using lisp::Error;
 using lisp::Value;
-
-HeadlessUi& headless() {
-    auto* ui = dynamic_cast<HeadlessUi*>(&Host::current().ui());
-    if (!ui) throw Error("windows are shown to the user here, not driven");
-    return *ui;
-}
 
 Value describe(const WindowRequest& window) {
     lisp::ListBuilder buttons;
@@ -31,7 +24,7 @@ Value describe(const WindowRequest& window) {
 // An error in the function goes on behind the C++ code that showed the window, which sees the default button.
 Value next(Engine& engine, Args args) {
     const Value function = args[0];
-    headless().queue([&engine, function](const WindowRequest& window) -> std::optional<std::string> {
+    headlessUi().queue([&engine, function](const WindowRequest& window) -> std::optional<std::string> {
         const Value arguments[] = {describe(window)};
         const lisp::Outcome outcome =
             engine.protectedApply(function, Args(arguments, 1), Engine::HoldBack::ErrorsToo);
@@ -43,7 +36,7 @@ Value next(Engine& engine, Args args) {
 
 Value log(Engine&, Args) {
     lisp::ListBuilder list;
-    for (const WindowLogEntry& entry : headless().takeLog())
+    for (const WindowLogEntry& entry : headlessUi().takeLog())
         list.add(lisp::list(Value::text(entry.kind), Value::text(entry.caption), Value::text(entry.text),
                             Value::text(entry.answer)));
     return list.finish();

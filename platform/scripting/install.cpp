@@ -6,10 +6,11 @@ namespace veldrin::scripting {
 
 void install(Host& host) {
     lisp::Engine& lisp = host.lisp();
-    for (const auto rows : {entityFunctions(), selectionFunctions(), tableFunctions(), dictionaryFunctions(),
-                            commandFunctions(), inputFunctions(), variableFunctions(), curveFunctions(),
-                            documentFunctions(), projectFunctions(), graphicsFunctions(), recordFunctions(),
-                            editingFunctions(), windowFunctions(), screenFunctions(), moduleFunctions()})
+    for (const auto rows :
+         {entityFunctions(), selectionFunctions(), tableFunctions(), dictionaryFunctions(),
+          commandFunctions(), inputFunctions(), variableFunctions(), curveFunctions(), documentFunctions(),
+          projectFunctions(), graphicsFunctions(), recordFunctions(), editingFunctions(), windowFunctions(),
+          dialogFunctions(), screenFunctions(), moduleFunctions()})
         lisp.define(rows);
     defineTableWalk(lisp);
     defineDictionaryWalk(lisp);

@@ -1,5 +1,7 @@
 #include "ui/UiBackend.h"
 
+#include "ui/CAcUiDialog.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -58,6 +60,33 @@ std::optional<std::string> HeadlessUi::showFile(const FileWindow& window) {
         std::string logged = given.value_or("");
         return std::pair(std::move(given), std::move(logged));
     });
+}
+
+// Whoever answers acts on the dialog itself; what is left open is closed.
+bool HeadlessUi::showDialog(CAcUiDialog& dialog) {
+    WindowRequest request{"dialog", dialog.caption(), {}, {}};
+    for (const auto& control : dialog.controls())
+        if (control->kind() == ControlKind::kButton) request.buttons.push_back(control->GetWindowText());
+    m_dialogs.push_back(&dialog);
+    const auto close = [&](const std::optional<std::string>&) {
+        if (dialog.isOpen()) dialog.userCloses();
+        return std::pair(true, dialog.lastPressed());
+    };
+    serve(request, close);
+    m_dialogs.pop_back();
+    return true;
+}
+
+CAcUiDialog* HeadlessUi::dialog() const {
+    return m_dialogs.empty() || !m_dialogs.back()->isOpen() ? nullptr : m_dialogs.back();
+}
+
+int HeadlessUi::textWidth(std::string_view text, bool isBold) const {
+    constexpr int kPlain = 6; // of an average letter at the usual size
+    constexpr int kBold = 7;
+    const auto letters = std::count_if(text.begin(), text.end(),
+                                       [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; });
+    return static_cast<int>(letters) * (isBold ? kBold : kPlain);
 }
 
 void HeadlessUi::queue(Responder responder) {

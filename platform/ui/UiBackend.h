@@ -7,8 +7,11 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
+
+class CAcUiDialog;
 
 namespace veldrin {
 
@@ -37,6 +40,10 @@ public:
     virtual std::string showMessage(const MessageWindow& window) = 0;
     // A path; none when it was cancelled.
     virtual std::optional<std::string> showFile(const FileWindow& window) = 0;
+    // Returns when the dialog has ended itself; false when it cannot be shown.
+    virtual bool showDialog(CAcUiDialog& dialog) = 0;
+    // Width of a text as the back end shows it, in pixels.
+    virtual int textWidth(std::string_view text, bool isBold) const = 0;
     // Number of modal windows that are open.
     virtual int openWindows() const = 0;
 };
@@ -66,7 +73,11 @@ public:
 
     std::string showMessage(const MessageWindow& window) override;
     std::optional<std::string> showFile(const FileWindow& window) override;
+    bool showDialog(CAcUiDialog& dialog) override;
+    int textWidth(std::string_view text, bool isBold) const override;
     int openWindows() const override { return m_openWindows; }
+    // The open dialog that the user's hand would reach; null without one.
+    CAcUiDialog* dialog() const;
 
     void queue(Responder responder);
     // In the order in which they opened; empties the log.
@@ -78,6 +89,7 @@ private:
     template<class AnswerOf>
     auto serve(const WindowRequest& request, AnswerOf answerOf);
 
+    std::vector<CAcUiDialog*> m_dialogs; // those that run, the innermost last; some have ended
     std::deque<Responder> m_queue;
     std::vector<std::pair<std::uint64_t, WindowLogEntry>> m_log;
     std::uint64_t m_lastSerial = 0;

@@ -57,22 +57,53 @@
   (restroom-circle 0 0 4.0)
   (restroom-box -2.8 -2.8 2.8 2.8))
 
+;; Symbol, type in the standards, places along the wall, wall, side.
 (setq restroom-fixture-table
-  '((restroom-closet       (24 60 96)  136  1)
-    (restroom-closet       (24)        104 -1)
-    (restroom-urinal       (70 100)    104 -1)
-    (restroom-lavatory     (170 206)   136  1)
-    (restroom-lavatory     (170 206)   104 -1)
-    (restroom-service-sink (306)       136  1)
-    (restroom-fountain     (330)       104 -1)
-    (restroom-floor-drain  (150)       186  1)
-    (restroom-floor-drain  (150)        54 -1)))
+  '((restroom-closet       "Water closet, public, flushometer"    (24 60 96) 136  1)
+    (restroom-closet       "Water closet, public, flushometer"    (24)       104 -1)
+    (restroom-urinal       "Urinal, public, 3/4 in flushometer"   (70 100)   104 -1)
+    (restroom-lavatory     "Lavatory, public"                     (170 206)  136  1)
+    (restroom-lavatory     "Lavatory, public"                     (170 206)  104 -1)
+    (restroom-service-sink "Service sink"                         (306)      136  1)
+    (restroom-fountain     "Drinking fountain"                    (330)      104 -1)
+    (restroom-floor-drain  "Floor drain"                          (150)      186  1)
+    (restroom-floor-drain  "Floor drain"                          (150)       54 -1)))
 
-(defun restroom-fixtures (/ fix-x fix-wall fix-out)
-  (setvar "CLAYER" "P-FIXT")
+;; A row for a fixture or valve; a pipe type by its short name. On the south side of the chase a symbol is turned
+;; round, and mirrored so that its left stays left. Gives the row's key.
+(defun restroom-valve (name kind x y z side)
+  (plumb-db-insert restroom-db "tblValveL"
+    (list (cons "ixValveS" (restroom-standard "tblValveS" "sName" name "ixValveS"))
+          (cons "ixLayerSystem" restroom-system)
+          (cons "ixPipeType" (restroom-standard "tblPipeType" "sShortName" kind "ixPipeType"))
+          (cons "dX" (float x)) (cons "dY" (float y)) (cons "dZ" (float z))
+          (cons "bMirrored" (if (< side 0) T 0)) (cons "dRotation" (if (< side 0) pi 0.0))
+          (cons "sDrawing" restroom-drawing) (cons "iAlignmentPointNumber" restroom-point))))
+
+;; What is placed: lists of key, type, x, side.
+(setq restroom-fixture-list nil)
+
+;; The key of the fixture nearest to x on a side of the chase.
+(defun restroom-fixture-near (x side / nearest)
+  (foreach fixture restroom-fixture-list
+    (if (and (= (cadddr fixture) side)
+             (or (null nearest) (< (abs (- x (caddr fixture))) (abs (- x (caddr nearest))))))
+      (setq nearest fixture)))
+  (car nearest))
+
+(defun restroom-fixtures (/ fix-x fix-wall fix-out name)
+  (setvar "CLAYER" (restroom-layer "FIXTURE"))
+  (setq restroom-fixture-list nil)
   (foreach row restroom-fixture-table
-    (setq fix-wall (caddr row) fix-out (cadddr row))
-    (foreach fix-x (cadr row) (eval (list (car row)))))
+    (setq name (cadr row) fix-wall (cadddr row) fix-out (nth 4 row))
+    (foreach fix-x (caddr row)
+      (eval (list (car row)))
+      (setq restroom-fixture-list
+             (cons (list (restroom-valve name (if (= name "Floor drain") "SAN" "CW") fix-x fix-wall 0 fix-out)
+                         name fix-x fix-out)
+                   restroom-fixture-list))))
   ;; The water heater stands in the janitor's closet.
+  (setvar "CLAYER" (restroom-layer "EQUIPMENT"))
   (command "CIRCLE" '(364 216) 10)
-  (command "CIRCLE" '(364 216) 8.5))
+  (command "CIRCLE" '(364 216) 8.5)
+  (setq restroom-heater (restroom-valve "Water heater" "CW" 364 216 0 1)))

@@ -1,22 +1,31 @@
-;;; Layers of the sheet: name, colour, linetype, lineweight in hundredths of a millimetre.
+;;; Layers. Plumbing has those of the project's standards, by key; the building has its own: name, colour,
+;;; lineweight in hundredths of a millimetre.
 
 (setq restroom-layer-table
-  '(("A-WALL"      8   "Continuous" 50)
-    ("A-DOOR"      8   "Continuous" 18)
-    ("A-PART"      8   "Continuous" 25)
-    ("P-FIXT"      7   "Continuous" 25)
-    ("P-COLD"      5   "CENTER"     40)
-    ("P-HOT"       1   "PHANTOM"    40)
-    ("P-SANR"      94  "Continuous" 60)
-    ("P-VENT"      94  "DASHED"     35)
-    ("P-TEXT"      7   "Continuous" 20)
-    ("X-SHEET"     7   "Continuous" 50)))
+  '(("A-WALL" 8 50)
+    ("A-DOOR" 8 18)
+    ("A-PART" 8 25)))
+
+(defun restroom-layer (key) (vq_plumb-getLayer key restroom-system))
 
 (defun restroom-layers ()
   (foreach row restroom-layer-table
     (command "LAYER" "M" (car row)
              "C" (itoa (cadr row)) (car row)
-             "LT" (caddr row) (car row)
-             "LW" (rtos (/ (cadddr row) 100.0) 2 2) (car row)
+             "LW" (rtos (/ (caddr row) 100.0) 2 2) (car row)
              ""))
   (setvar "LTSCALE" 12.0))
+
+;; Makes a linetype current, and loads it where it is missing.
+(defun restroom-linetype (name)
+  (if (not (tblsearch "LTYPE" name))
+    (vd-capture '(lambda () (command "LINETYPE" "L" name "" ""))))
+  (setvar "CELTYPE" name))
+
+;; The linetype of the standards for a pipe of its length.
+(defun restroom-pipe-linetype (pipe)
+  (cdaar (restroom-standards
+           (strcat "select sLinetype from tblPipeLinetype where ixPipeType = " (itoa (restroom-pipe-type pipe))
+                   " and ixLayerSystem = " (itoa restroom-system) " and dMinimumLength <= "
+                   (plumb-db-literal (distance (restroom-of pipe "p1") (restroom-of pipe "p2")))
+                   " order by dMinimumLength desc"))))

@@ -1,0 +1,188 @@
+#include "ui/CAcUiDialog.h"
+
+#include "runtime/CException.h"
+#include "runtime/Host.h"
+#include "ui/UiBackend.h"
+
+#include <algorithm>
+
+DialogView::~DialogView() = default;
+
+CAcUiDialog::CAcUiDialog(const DialogTemplate& form) : m_form(form), m_caption(form.caption) {}
+CAcUiDialog::~CAcUiDialog() = default;
+
+namespace {
+
+std::unique_ptr<DialogControl> makeControl(CAcUiDialog& dialog, const ControlTemplate& form) {
+    switch (form.kind) {
+    case ControlKind::kEdit: return std::make_unique<EditControl>(dialog, form);
+    case ControlKind::kCheck: return std::make_unique<CheckControl>(dialog, form);
+    case ControlKind::kList:
+    case ControlKind::kCombo: return std::make_unique<ListControl>(dialog, form);
+    case ControlKind::kGrid: return std::make_unique<TableControl>(dialog, form);
+    default: return std::make_unique<DialogControl>(dialog, form);
+    }
+}
+
+CString withoutMark(const CString& caption) {
+    CString text;
+    for (std::size_t i = 0; i < caption.size(); ++i) {
+        if (caption[i] == '&' && ++i == caption.size()) break; // "&&" is one
+        text += caption[i];
+    }
+    return text;
+}
+
+} // namespace
+
+void CAcUiDialog::makeControls() {
+    m_controls.clear();
+    for (const ControlTemplate& form : m_form.controls) m_controls.push_back(makeControl(*this, form));
+}
+
+int CAcUiDialog::DoModal() {
+    m_caption = m_form.caption;
+    m_result = 0;
+    m_focus = 0;
+    m_isEnabled = true;
+    m_lastPressed.clear();
+    makeControls();
+    m_isOpen = true;
+    OnInitDialog();
+    const bool shown = !m_isOpen || veldrin::Host::current().ui().showDialog(*this);
+    m_isOpen = false;
+    m_view = nullptr;
+    if (!shown) return kNotCreated;
+    OnDestroy();
+    return m_result;
+}
+
+void CAcUiDialog::EndDialog(int result) {
+    if (!m_isOpen) return;
+    m_isOpen = false;
+    m_result = result;
+    if (m_view) m_view->ended();
+}
+
+DialogControl* CAcUiDialog::control(int id) const {
+    const auto found = std::find_if(m_controls.begin(), m_controls.end(),
+                                    [id](const auto& control) { return control->id() == id; });
+    return found == m_controls.end() ? nullptr : found->get();
+}
+
+template<class Kind>
+Kind& CAcUiDialog::of(int id) const {
+    auto* found = dynamic_cast<Kind*>(control(id));
+    if (!found) AfxThrowInvalidArgException();
+    return *found;
+}
+template VELDRIN_API EditControl& CAcUiDialog::of(int) const;
+template VELDRIN_API CheckControl& CAcUiDialog::of(int) const;
+template VELDRIN_API ListControl& CAcUiDialog::of(int) const;
+template VELDRIN_API TableControl& CAcUiDialog::of(int) const;
+
+void CAcUiDialog::SetWindowText(const CString& caption) {
+    m_caption = caption;
+    if (m_view) m_view->captionChanged();
+}
+
+void CAcUiDialog::EnableWindow(bool enable) {
+    m_isEnabled = enable;
+    if (m_view) m_view->enabledChanged();
+}
+
+void CAcUiDialog::controlChanged(const DialogControl& control) {
+    if (m_view) m_view->controlChanged(control);
+}
+
+void CAcUiDialog::setFocus(int id) {
+    m_focus = id;
+    if (m_view) m_view->focusChanged();
+}
+
+bool CAcUiDialog::canAct(const DialogControl* control) const {
+    return m_isOpen && m_isEnabled && control && control->IsWindowEnabled();
+}
+
+// The handler may end the dialog, and destroy what it was hung on by showing it again.
+bool CAcUiDialog::notify(Event event, int id) {
+    const auto found = m_handlers.find({event, id});
+    if (found == m_handlers.end()) return false;
+    const Handler handler = found->second;
+    handler();
+    return true;
+}
+
+bool CAcUiDialog::userClicks(int id) {
+    DialogControl* target = control(id);
+    if (!canAct(target)) return false;
+    if (auto* box = dynamic_cast<CheckControl*>(target)) return userChecks(id, !box->GetCheck());
+    if (target->kind() != ControlKind::kButton) return userFocuses(id);
+    m_focus = id;
+    m_lastPressed = withoutMark(target->GetWindowText());
+    if (notify(Event::kClick, id)) return true;
+    if (id == kDialogOk) OnOK();
+    if (id == kDialogCancel) OnCancel();
+    return true;
+}
+
+bool CAcUiDialog::userDoubleClicks(int id) {
+    if (!canAct(control(id))) return false;
+    m_focus = id;
+    notify(Event::kDoubleClick, id);
+    return true;
+}
+
+bool CAcUiDialog::userTypes(int id, const CString& text) {
+    auto* target = dynamic_cast<EditControl*>(control(id));
+    if (!canAct(target)) return false;
+    m_focus = id;
+    target->SetWindowText(text);
+    notify(Event::kChange, id);
+    return true;
+}
+
+bool CAcUiDialog::userChecks(int id, bool check) {
+    auto* target = dynamic_cast<CheckControl*>(control(id));
+    if (!canAct(target)) return false;
+    m_focus = id;
+    if (target->GetCheck() == check) return true;
+    target->SetCheck(check);
+    notify(Event::kClick, id);
+    return true;
+}
+
+bool CAcUiDialog::userSelects(int id, int item) {
+    auto* target = dynamic_cast<ListControl*>(control(id));
+    if (!canAct(target) || item < 0 || item >= target->GetCount()) return false;
+    m_focus = id;
+    target->SetCurSel(item);
+    notify(Event::kSelection, id);
+    return true;
+}
+
+bool CAcUiDialog::userFocuses(int id) {
+    if (!canAct(control(id))) return false;
+    setFocus(id);
+    return true;
+}
+
+int CAcUiDialog::buttonWith(unsigned flag) const {
+    for (const ControlTemplate& form : m_form.controls)
+        if (form.flags & flag) return form.id;
+    return 0;
+}
+
+bool CAcUiDialog::userPressesReturn() {
+    const int button = buttonWith(kDefaultButton);
+    return button != 0 && userClicks(button);
+}
+
+bool CAcUiDialog::userCloses() {
+    if (!m_isOpen) return false;
+    const int button = buttonWith(kCancelButton);
+    if (button != 0) return userClicks(button);
+    if (!m_isEnabled) return false;
+    OnCancel();
+    return true;
+}
