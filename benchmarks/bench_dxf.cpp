@@ -12,6 +12,7 @@
 #include "drawing/UndoLog.h"
 #include "files/DxfExport.h"
 #include "files/DxfImport.h"
+#include "require.h"
 #include "runtime/Host.h"
 
 #include <benchmark/benchmark.h>
@@ -37,12 +38,6 @@ namespace fs = std::filesystem;
 
 constexpr int kEntities = 120'000;
 constexpr int kLines = 1'000'000;
-
-void require(bool condition, const char* what) {
-    if (condition) return;
-    std::fprintf(stderr, "%s\n", what);
-    std::abort();
-}
 
 template<class Entity>
 void append(AcDbBlockTableRecord& space, std::unique_ptr<Entity> entity) {

@@ -9,6 +9,7 @@
 #include "database/tables/tblPipe.h"
 #include "database/tables/tblPipeSum.h"
 #include "projects/ProjectMaker.h"
+#include "require.h"
 
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
@@ -28,12 +29,6 @@ namespace fs = std::filesystem;
 constexpr int kPipes = 1'000'000;
 constexpr int kSums = 100'000;
 constexpr int kSelected = 100'000;
-
-void require(bool condition, const char* what) {
-    if (condition) return;
-    std::fprintf(stderr, "%s\n", what);
-    std::abort();
-}
 
 // The engine as a bare program uses it.
 class Bare {

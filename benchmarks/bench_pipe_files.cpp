@@ -14,6 +14,7 @@
 #include "files/DrawingFile.h"
 #include "files/SqlFile.h"
 #include "pipe/PlumbPipe.h"
+#include "require.h"
 
 #include <benchmark/benchmark.h>
 
@@ -34,12 +35,6 @@ using veldrin::SqlStatement;
 constexpr int kPipes = 100'000;
 constexpr int kUndone = 10'000;
 constexpr double kLength = 30.0;
-
-void require(bool condition, const char* what) {
-    if (condition) return;
-    std::fprintf(stderr, "%s\n", what);
-    std::abort();
-}
 
 struct Row {
     std::int64_t handle;

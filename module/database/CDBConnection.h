@@ -138,7 +138,7 @@ private:
     enum class Write { kDone, kRefused };
     enum class OnFailure { kRecord, kStaySilent }; // of failures that are no locks
     bool writeWithRetry(const std::function<Write()>& operation, OnFailure onFailure);
-    bool showAdded(FieldArray* record);
+    Write finishWrite(CDaoRecordset& table, const FieldArray& fields);
     bool setFields(CDaoRecordset& table, const FieldArray& fields);
     void fillDefaults(CDaoRecordset& table);
 

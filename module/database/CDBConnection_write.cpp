@@ -84,43 +84,36 @@ void CDBConnection::fillDefaults(CDaoRecordset& table) {
     }
 }
 
-bool CDBConnection::AddRecord(const FieldArray& fields, bool withDefaults, FieldArray* record) {
-    return writeWithRetry(
-               [&] {
-                   CDaoRecordset& table = *m_tables.GetHead();
-                   table.AddNew();
-                   if (withDefaults) fillDefaults(table);
-                   if (!setFields(table, fields)) {
-                       table.CancelUpdate();
-                       return Write::kRefused;
-                   }
-                   table.Update();
-                   return Write::kDone;
-               },
-               OnFailure::kRecord) &&
-           showAdded(record);
+// What was begun is written, or taken back when a field cannot be set.
+CDBConnection::Write CDBConnection::finishWrite(CDaoRecordset& table, const FieldArray& fields) {
+    if (setFields(table, fields)) {
+        table.Update();
+        return Write::kDone;
+    }
+    table.CancelUpdate();
+    return Write::kRefused;
 }
 
-// Behind the retry: the record is there now, and must not be added a second time.
-bool CDBConnection::showAdded(FieldArray* record) {
+bool CDBConnection::AddRecord(const FieldArray& fields, bool withDefaults, FieldArray* record) {
+    const auto add = [&] {
+        CDaoRecordset& table = *m_tables.GetHead();
+        table.AddNew();
+        if (withDefaults) fillDefaults(table);
+        return finishWrite(table, fields);
+    };
+    if (!writeWithRetry(add, OnFailure::kRecord)) return false;
+    // Behind the retry: the record is there now, and must not be added a second time.
     CDaoRecordset& table = *m_tables.GetHead();
     return attempt([&] { table.SetBookmark(table.GetLastModifiedBookmark()); }) && give(record);
 }
 
 bool CDBConnection::EditRecord(const FieldArray& fields, FieldArray* record) {
-    return writeWithRetry(
-               [&] {
-                   CDaoRecordset& table = *m_tables.GetHead();
-                   table.Edit();
-                   if (!setFields(table, fields)) {
-                       table.CancelUpdate();
-                       return Write::kRefused;
-                   }
-                   table.Update();
-                   return Write::kDone;
-               },
-               OnFailure::kRecord) &&
-           give(record);
+    const auto edit = [&] {
+        CDaoRecordset& table = *m_tables.GetHead();
+        table.Edit();
+        return finishWrite(table, fields);
+    };
+    return writeWithRetry(edit, OnFailure::kRecord) && give(record);
 }
 
 bool CDBConnection::DeleteRecord() {

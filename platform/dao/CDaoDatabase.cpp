@@ -16,12 +16,6 @@ using dao::Connection;
 
 namespace {
 
-std::string_view firstWord(std::string_view sql) {
-    const std::size_t begin = std::min(sql.find_first_not_of(" \t\r\n(;"), sql.size());
-    sql.remove_prefix(begin);
-    return sql.substr(0, std::min(sql.find_first_of(" \t\r\n(;"), sql.size()));
-}
-
 void bindParameters(dao::Statement& statement, const dao::SqlText& text,
                     const std::vector<std::pair<CString, COleVariant>>& values) {
     for (const auto& [name, value] : values) statement.bind(text.parameterNumber(name), value);
@@ -63,7 +57,7 @@ std::int64_t execute(Connection& connection, const dao::SqlText& text,
                      const std::vector<std::pair<CString, COleVariant>>& values) {
     if (!connection.canUpdate())
         throw CDaoException(kDaoReadOnly, fmt::format("{} is read-only.", connection.path()));
-    const std::string_view word = firstWord(text.engine);
+    const std::string_view word = dao::firstWord(text.engine);
     const bool changesRows = dao::isOneOf(word, {"insert", "update", "delete", "replace", "with"});
     const bool changesTables = dao::isOneOf(word, {"create", "alter", "drop"});
     if (!changesRows && !changesTables) { // nothing that would go into a transaction
@@ -156,14 +150,22 @@ bool CDaoDatabase::TableExists(std::string_view name) {
 
 void CDaoDatabase::RenameTable(std::string_view name, std::string_view newName) {
     Connection& file = connection();
+    for (dao::Link link : dao::links(file)) {
+        if (!dao::equalNames(link.name, name)) continue;
+        dao::dropLink(file, name);
+        link.name = CString(newName);
+        return dao::addLink(file, link);
+    }
     const auto table = dao::readTableInfo(file, name);
     dao::Transaction transaction(file);
     for (const char* event : {"insert", "update"})
         file.run(
             fmt::format("drop trigger if exists {}", dao::bracketed(fmt::format("{}.yesno.{}", name, event)))
                 .c_str());
-    file.run(
-        fmt::format("alter table {} rename to {}", dao::bracketed(name), dao::bracketed(newName)).c_str());
+    // By way of another name, because the engine takes one that differs in case alone for the same.
+    constexpr const char* kMeanwhile = "MSysRenamed";
+    file.run(fmt::format("alter table {} rename to {}", dao::bracketed(name), kMeanwhile).c_str());
+    file.run(fmt::format("alter table {} rename to {}", kMeanwhile, dao::bracketed(newName)).c_str());
     for (const dao::IndexInfo& index : table->indexes) {
         if (index.engineName.empty()) continue;
         CString keys;

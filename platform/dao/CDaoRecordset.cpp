@@ -13,8 +13,14 @@
 namespace dao = veldrin::dao;
 
 namespace {
+
 constexpr std::size_t kMostKeys = 10;
+
+[[noreturn]] void throwDeleted() {
+    throw CDaoException(kDaoRecordDeleted, "The record has been deleted.");
 }
+
+} // namespace
 
 CDaoRecordset::CDaoRecordset(CDaoDatabase& database) : m_database(database) {}
 CDaoRecordset::~CDaoRecordset() {
@@ -122,7 +128,7 @@ void CDaoRecordset::Edit() {
     m_walk->readAgain();
     if (m_walk->hasRow() && m_walk->row() == row) return;
     endEdit();
-    throw CDaoException(kDaoRecordDeleted, "The record has been deleted.");
+    throwDeleted();
 }
 
 void CDaoRecordset::SetFieldValue(std::string_view field, const COleVariant& value) {
@@ -191,6 +197,7 @@ void CDaoRecordset::updateRecord() {
         for (const auto& [field, value] : m_changes) statement->bind(++parameter, value);
         statement->bind(++parameter, row);
         statement->runToEnd();
+        if (sqlite3_changes64(connection.handle()) == 0) throwDeleted();
         m_walk->readAgain();
         transaction.commit();
     }
@@ -211,7 +218,13 @@ void CDaoRecordset::endEdit() {
     m_changes.clear();
     if (!m_holdsLock) return;
     m_holdsLock = false;
-    if (m_database.IsOpen()) m_database.connection().rollback();
+    if (!m_database.IsOpen()) return;
+    // The edit itself has written nothing yet; what others wrote on this connection meanwhile stays.
+    try {
+        m_database.connection().commit();
+    } catch (const CDaoException&) {
+        m_database.connection().rollback();
+    }
 }
 
 void CDaoRecordset::Delete() {
@@ -226,7 +239,7 @@ void CDaoRecordset::Delete() {
     const bool wasThere = sqlite3_changes64(connection.handle()) != 0;
     transaction.commit();
     m_walk->forgetRow();
-    if (!wasThere) throw CDaoException(kDaoRecordDeleted, "The record has been deleted.");
+    if (!wasThere) throwDeleted();
 }
 
 CDaoRecordset::Bookmark CDaoRecordset::GetBookmark() {
@@ -235,7 +248,7 @@ CDaoRecordset::Bookmark CDaoRecordset::GetBookmark() {
 
 void CDaoRecordset::SetBookmark(Bookmark bookmark) {
     endEdit();
-    if (!m_walk->goTo(bookmark)) throw CDaoException(kDaoRecordDeleted, "The record has been deleted.");
+    if (!m_walk->goTo(bookmark)) throwDeleted();
 }
 
 std::span<const CDaoFieldInfo> CDaoRecordset::fields() const {

@@ -13,10 +13,11 @@ namespace dao = veldrin::dao;
 
 namespace {
 
-// A default is a value here; numbers stay as they are, and whatever else becomes a text.
+// A default is a value here; numbers stay as they are, a yes/no is -1 or 0, and whatever else becomes a text.
 CString defaultExpression(const CDaoFieldInfo& field) {
-    const bool isText = field.m_nType == dbText || field.m_nType == dbMemo;
     const CString& value = field.m_strDefaultValue;
+    if (field.m_nType == dbBoolean) return dao::isOneOf(value, {"0", "false", "no", "off"}) ? "0" : "-1";
+    const bool isText = field.m_nType == dbText || field.m_nType == dbMemo;
     const bool isNumber = !value.empty() && value.find_first_not_of("0123456789.+-eE") == CString::npos;
     return isText || !isNumber ? dao::quoted(value) : value;
 }
@@ -26,8 +27,15 @@ CString fieldDefinition(const CDaoFieldInfo& field) {
         return dao::bracketed(field.m_strName) + " INTEGER PRIMARY KEY AUTOINCREMENT";
     CString text = dao::bracketed(field.m_strName) + " " + dao::declaredType(field);
     if (!field.m_strDefaultValue.empty()) text += " DEFAULT " + defaultExpression(field);
-    if (field.m_bRequired) text += " NOT NULL";
+    if (field.m_bRequired && field.m_nType != dbBoolean) text += " NOT NULL"; // a yes/no is never null anyway
     return text;
+}
+
+// What the records that are there get in a field that needs a value and has no default.
+CDaoFieldInfo withValueForOldRecords(CDaoFieldInfo field) {
+    if (field.m_bRequired && field.m_strDefaultValue.empty())
+        field.m_strDefaultValue = field.m_nType == dbText || field.m_nType == dbMemo ? " " : "0";
+    return field;
 }
 
 } // namespace
@@ -81,8 +89,9 @@ void CDaoTableDef::addField(const CDaoFieldInfo& field) {
                             fmt::format("{} numbers the rows; it can only be made with its table {}.",
                                         field.m_strName, m_name));
     dao::Transaction transaction(connection);
-    connection.run(
-        fmt::format("alter table {} add column {}", dao::bracketed(m_name), fieldDefinition(field)).c_str());
+    connection.run(fmt::format("alter table {} add column {}", dao::bracketed(m_name),
+                               fieldDefinition(withValueForOldRecords(field)))
+                       .c_str());
     if (field.m_nType == dbBoolean && field.m_strDefaultValue.empty()) // a yes/no is never null
         connection.run(
             fmt::format("update {} set {} = 0", dao::bracketed(m_name), dao::bracketed(field.m_strName))

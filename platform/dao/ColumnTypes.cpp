@@ -228,6 +228,7 @@ COleVariant fieldValue(const CDaoFieldInfo& field, const COleVariant& value) {
     case dbText:
     case dbMemo: return textFieldValue(field, value);
     case dbLongBinary: return value;
+    case dbSingle: return static_cast<double>(static_cast<float>(numberOf(field, value)));
     default: return numberOf(field, value);
     }
 }

@@ -64,8 +64,7 @@ Statement::Statement(Connection& connection, std::string_view engineSql) : m_con
                                         static_cast<int>(engineSql.size()), SQLITE_PREPARE_PERSISTENT,
                                         &m_statement, &end));
     if (!m_statement) throw CDaoException(kDaoSyntax, "There is no statement to run.");
-    if (std::string_view(end, engineSql.data() + engineSql.size()).find_first_not_of("; \t\r\n") !=
-        std::string_view::npos) {
+    if (!saysNothing({end, static_cast<std::size_t>(engineSql.data() + engineSql.size() - end)})) {
         sqlite3_finalize(m_statement);
         throw CDaoException(kDaoSyntax, fmt::format("There is more behind the statement: {}", end));
     }
@@ -149,7 +148,7 @@ Connection::Connection(const CString& path, Opening opening) : m_path(path) {
     const fs::file_status status = fs::status(path, error);
     if (!fs::exists(status)) throw CDaoException(kDaoFileNotFound, fmt::format("There is no file {}.", path));
     if (fs::is_directory(status)) throw CDaoException(kDaoCannotOpen, fmt::format("{} is a folder.", path));
-    if (fs::file_size(path, error) == 0 && !error)
+    if (fs::file_size(path, error) <= 1 && !error) // the engine takes one byte for none
         throw CDaoException(kDaoUnrecognized, fmt::format("{} is damaged: there is nothing in it.", path));
     m_readOnly = opening.readOnly;
     try {

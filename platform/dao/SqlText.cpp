@@ -27,7 +27,8 @@ enum class Kind { kText, kName, kWord, kComment, kOther, kEnd };
 struct Token {
     Kind kind = Kind::kEnd;
     std::string_view raw;
-    char quote = 0; // of texts
+    char quote = 0;       // of texts
+    bool isClosed = true; // texts and names that reach to the end may lack their last quote
 };
 
 // Cuts a statement into pieces. A quote that is never closed reaches to the end, where the engine complains.
@@ -53,7 +54,7 @@ private:
     Token take(Kind kind, std::size_t length, char quote = 0) {
         const std::string_view raw = m_rest.substr(0, length);
         m_rest.remove_prefix(raw.size());
-        return {kind, raw, quote};
+        return {kind, raw, quote, length != std::string_view::npos};
     }
     template<class Test>
     std::size_t lengthOf(Test test) const {
@@ -78,19 +79,22 @@ private:
     std::string_view m_rest;
 };
 
+bool isSpace(const Token& token) {
+    return token.kind == Kind::kComment || (token.kind == Kind::kOther && isBlank(token.raw.front()));
+}
+
 // What stands between the quotes, as a literal in single ones.
 CString asTextLiteral(const Token& token) {
     if (token.quote == '\'') return CString(token.raw);
     std::string_view inside = token.raw.substr(1);
-    const bool isClosed = !inside.empty() && inside.back() == '"';
-    if (isClosed) inside.remove_suffix(1);
+    if (token.isClosed) inside.remove_suffix(1);
     CString text;
     for (std::size_t i = 0; i < inside.size(); ++i) {
         if (inside[i] == '"') ++i; // doubled, or it would have ended the text
         text += inside[i];
     }
     CString literal = quoted(text);
-    if (!isClosed) literal.pop_back();
+    if (!token.isClosed) literal.pop_back();
     return literal;
 }
 
@@ -101,10 +105,10 @@ std::string_view bareName(std::string_view raw) {
 
 // "PARAMETERS name type, name type;" in front of a query. What remains is the query.
 std::vector<CString> takeParameters(std::string_view& sql) {
-    std::string_view rest = sql;
-    while (!rest.empty() && isBlank(rest.front())) rest.remove_prefix(1);
+    const std::string_view rest = sql;
     Pieces pieces(rest);
     Token token = pieces.next();
+    while (token.kind != Kind::kEnd && isSpace(token)) token = pieces.next();
     if (token.kind != Kind::kWord || !equalNames(token.raw, "PARAMETERS")) return {};
     std::vector<CString> names;
     bool wantsName = true;
@@ -128,10 +132,6 @@ std::vector<Token> allPieces(std::string_view sql) {
     for (Token token = pieces.next(); token.kind != Kind::kEnd; token = pieces.next())
         tokens.push_back(token);
     return tokens;
-}
-
-bool isSpace(const Token& token) {
-    return token.kind == Kind::kComment || (token.kind == Kind::kOther && isBlank(token.raw.front()));
 }
 
 // The next token that says something, from the given one on.
@@ -188,6 +188,18 @@ bool equalNames(std::string_view a, std::string_view b) {
 bool isOneOf(std::string_view name, std::initializer_list<std::string_view> names) {
     return std::any_of(names.begin(), names.end(),
                        [&](std::string_view other) { return equalNames(name, other); });
+}
+
+std::string_view firstWord(std::string_view sql) {
+    Pieces pieces(sql);
+    Token token = pieces.next();
+    while (token.kind != Kind::kEnd && (isSpace(token) || token.raw == "(" || token.raw == ";"))
+        token = pieces.next();
+    return token.raw;
+}
+
+bool saysNothing(std::string_view sql) {
+    return firstWord(sql).empty();
 }
 
 CString quoted(std::string_view text) {

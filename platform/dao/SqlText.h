@@ -23,6 +23,10 @@ struct SqlText {
 
 VELDRIN_API SqlText translateSql(std::string_view sql);
 
+// The verb of a statement, behind comments and brackets.
+std::string_view firstWord(std::string_view sql);
+bool saysNothing(std::string_view sql); // blanks, comments and semicolons
+
 // A name in brackets. A bracket has no place in a name; it is left out.
 VELDRIN_API CString bracketed(std::string_view name);
 

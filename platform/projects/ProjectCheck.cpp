@@ -68,27 +68,30 @@ std::int64_t countRecords(dao::Connection& connection) {
     return count;
 }
 
+std::vector<std::string> contentProblems(dao::Connection& connection) {
+    std::vector<std::string> problems;
+    for (const SchemaGap& gap : findSchemaGaps(connection))
+        problems.push_back(gap.column.empty() ? fmt::format("the table {} is missing", gap.table)
+                                              : fmt::format("{}.{} is missing", gap.table, gap.column));
+    addYesNoProblems(connection, problems);
+    return problems;
+}
+
 ProjectReport checkProject(const std::string& path) {
     ProjectReport report;
+    std::error_code error;
+    const std::uintmax_t stated = statedLength(path);
+    const std::uintmax_t size = std::filesystem::file_size(path, error);
     try {
-        const std::uintmax_t stated = statedLength(path);
-        std::error_code error;
-        const std::uintmax_t size = std::filesystem::file_size(path, error);
         const auto connection = dao::Connection::openToRead(path);
         report.problems = pageProblems(*connection);
-        if (!error && size < stated)
-            report.problems.push_back(
-                fmt::format("the file: its end is missing, {} of {} bytes are there", size, stated));
-        if (report.problems.empty()) {
-            for (const SchemaGap& gap : findSchemaGaps(*connection))
-                report.problems.push_back(gap.column.empty()
-                                              ? fmt::format("the table {} is missing", gap.table)
-                                              : fmt::format("{}.{} is missing", gap.table, gap.column));
-            addYesNoProblems(*connection, report.problems);
-        }
+        if (report.problems.empty()) report.problems = contentProblems(*connection);
         report.records = countRecords(*connection);
     } catch (const CDaoException& failure) {
         report.failure = failure.GetErrorMessage();
+        if (failure.number() == kDaoDamaged && !error && size < stated)
+            report.failure = fmt::format("{} is damaged: its end is missing, {} of {} bytes are there.", path,
+                                         size, stated);
     }
     return report;
 }

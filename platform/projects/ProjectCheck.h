@@ -30,6 +30,8 @@ class Connection;
 
 // What the engine finds wrong with the file's pages; nothing for a sound one. At most 20 lines.
 std::vector<std::string> pageProblems(dao::Connection& connection);
+// Tables and columns that a whole file lacks, and yes/no values that are neither.
+std::vector<std::string> contentProblems(dao::Connection& connection);
 std::int64_t countRecords(dao::Connection& connection);
 
 } // namespace veldrin

@@ -35,40 +35,42 @@ namespace {
 class DamagedProject {
 public:
     explicit DamagedProject(std::string path);
-    ~DamagedProject() { sqlite3_close(m_handle); }
-    DamagedProject(const DamagedProject&) = delete;
-    DamagedProject& operator=(const DamagedProject&) = delete;
-
     bool isSound();
     void copyTo(const std::string& target); // the bytes as they are
     void replaceBy(const std::string& mended);
-    void run(const char* sql) { check(sqlite3_exec(m_handle, sql, nullptr, nullptr, nullptr)); }
+    void run(const char* sql) { check(sqlite3_exec(m_handle.get(), sql, nullptr, nullptr, nullptr)); }
 
 private:
     void check(int code) {
-        if (code != SQLITE_OK) dao::throwEngineError(m_handle, code, m_path);
+        if (code != SQLITE_OK) dao::throwEngineError(m_handle.get(), code, m_path);
     }
     void lock();
     sqlite3_file* file() const;
 
     std::string m_path;
-    sqlite3* m_handle = nullptr;
+    struct Closer {
+        void operator()(sqlite3* handle) const { sqlite3_close(handle); }
+    };
+    std::unique_ptr<sqlite3, Closer> m_handle;
 };
 
 DamagedProject::DamagedProject(std::string path) : m_path(std::move(path)) {
     constexpr int kFlags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
     constexpr int kPatience = 3000; // milliseconds
-    check(sqlite3_open_v2(m_path.c_str(), &m_handle, kFlags, nullptr));
-    sqlite3_busy_timeout(m_handle, kPatience);
+    sqlite3* opened = nullptr;
+    const int code = sqlite3_open_v2(m_path.c_str(), &opened, kFlags, nullptr);
+    m_handle.reset(opened);
+    check(code);
+    sqlite3_busy_timeout(opened, kPatience);
     lock();
 }
 
 void DamagedProject::lock() {
     run("pragma locking_mode = exclusive");
-    const int code = sqlite3_exec(m_handle, "begin exclusive; rollback", nullptr, nullptr, nullptr);
+    const int code = sqlite3_exec(m_handle.get(), "begin exclusive; rollback", nullptr, nullptr, nullptr);
     switch (code & 0xFF) {
     case SQLITE_NOTADB:
-        if (dao::isOfFormerEngine(m_handle)) refuse(m_path, "it is of the former database engine");
+        if (dao::isOfFormerEngine(m_handle.get())) refuse(m_path, "it is of the former database engine");
         return;
     case SQLITE_OK:
     case SQLITE_CORRUPT: return;
@@ -79,7 +81,8 @@ void DamagedProject::lock() {
 
 bool DamagedProject::isSound() {
     sqlite3_stmt* rows = nullptr;
-    bool sound = sqlite3_prepare_v2(m_handle, "pragma integrity_check(1)", -1, &rows, nullptr) == SQLITE_OK;
+    bool sound =
+        sqlite3_prepare_v2(m_handle.get(), "pragma integrity_check(1)", -1, &rows, nullptr) == SQLITE_OK;
     sound = sound && sqlite3_step(rows) == SQLITE_ROW &&
             std::string_view(reinterpret_cast<const char*>(sqlite3_column_text(rows, 0))) == "ok";
     sqlite3_finalize(rows);
@@ -88,7 +91,7 @@ bool DamagedProject::isSound() {
 
 sqlite3_file* DamagedProject::file() const {
     sqlite3_file* file = nullptr;
-    sqlite3_file_control(m_handle, "main", SQLITE_FCNTL_FILE_POINTER, &file);
+    sqlite3_file_control(m_handle.get(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
     return file && file->pMethods ? file : nullptr;
 }
 
@@ -118,16 +121,16 @@ void DamagedProject::copyTo(const std::string& target) {
 // Empties the file, whatever is in it, and fills it from the mended one. Each step is there whole or not at
 // all; between them the file is an empty database.
 void DamagedProject::replaceBy(const std::string& mended) {
-    sqlite3_db_config(m_handle, SQLITE_DBCONFIG_RESET_DATABASE, 1, nullptr);
-    const int emptied = sqlite3_exec(m_handle, "vacuum", nullptr, nullptr, nullptr);
-    sqlite3_db_config(m_handle, SQLITE_DBCONFIG_RESET_DATABASE, 0, nullptr);
+    sqlite3_db_config(m_handle.get(), SQLITE_DBCONFIG_RESET_DATABASE, 1, nullptr);
+    const int emptied = sqlite3_exec(m_handle.get(), "vacuum", nullptr, nullptr, nullptr);
+    sqlite3_db_config(m_handle.get(), SQLITE_DBCONFIG_RESET_DATABASE, 0, nullptr);
     check(emptied);
     sqlite3* source = nullptr;
     int code = sqlite3_open_v2(mended.c_str(), &source, SQLITE_OPEN_READONLY, nullptr);
     if (code == SQLITE_OK) {
-        sqlite3_backup* backup = sqlite3_backup_init(m_handle, "main", source, "main");
+        sqlite3_backup* backup = sqlite3_backup_init(m_handle.get(), "main", source, "main");
         if (backup) sqlite3_backup_step(backup, -1);
-        code = backup ? sqlite3_backup_finish(backup) : sqlite3_errcode(m_handle);
+        code = backup ? sqlite3_backup_finish(backup) : sqlite3_errcode(m_handle.get());
     }
     sqlite3_close(source);
     check(code);
@@ -221,6 +224,19 @@ void makeTables(const std::vector<FoundTable>& found, const std::string& mended)
     }
 }
 
+// The highest key that a table may have: its last page says, or the engine's list of keys given out.
+std::int64_t highestKey(const std::string& damaged, const std::string& table) {
+    constexpr std::int64_t kOtherwise = 1 << 20;
+    SqlFile file(damaged, SqlFile::Mode::kDamaged);
+    const std::int64_t last =
+        file.number(fmt::format("select max(rowid) from {}", dao::bracketed(table)).c_str());
+    if (file.ok()) return std::max(last, std::int64_t{1});
+    SqlFile again(damaged, SqlFile::Mode::kDamaged);
+    const std::int64_t given = again.number(
+        fmt::format("select seq from sqlite_sequence where name = {}", dao::quoted(table)).c_str());
+    return again.ok() && given > 0 ? given : kOtherwise;
+}
+
 std::int64_t copyRows(const std::string& damaged, SqlFile& into, const FoundTable& found,
                       std::vector<std::string>& told) {
     const std::string& table = found.name;
@@ -250,16 +266,13 @@ std::int64_t copyRows(const std::string& damaged, SqlFile& into, const FoundTabl
                     dao::bracketed(table)),
         [&](const SqlStatement& row) {
             for (int i = 0; i < static_cast<int>(columns.size()); ++i) insert.bindValue(i + 1, row, i + 1);
-            ++copied;
-            return insert.execute();
+            if (!insert.execute()) return false;
+            copied += into.changedRows();
+            return true;
         },
         SqlFile::Mode::kDamaged);
-    SqlFile look(damaged, SqlFile::Mode::kDamaged);
-    const std::int64_t highest =
-        look.number(fmt::format("select max(rowid) from {}", dao::bracketed(table)).c_str());
-    constexpr std::int64_t kOtherwise = 1 << 20; // where the file does not say
     constexpr std::int64_t kLowest = std::numeric_limits<std::int32_t>::min();
-    walk.walk(kLowest, look.ok() ? std::max(highest, std::int64_t{1}) : kOtherwise);
+    walk.walk(kLowest, highestKey(damaged, table));
     for (const SalvageWalk::Gap& gap : walk.gaps()) {
         const std::string range = gap.first == kLowest    ? fmt::format("up to {}", gap.last)
                                   : gap.first == gap.last ? std::to_string(gap.first)
@@ -312,16 +325,13 @@ std::int64_t salvage(const std::string& damaged, const std::string& mended, std:
 // A sound file that lacks tables or columns, or has wrong yes/no values.
 void addWhatIsMissing(const std::string& path, ProjectReport& report) {
     dao::Connection connection(path, {});
-    for (const SchemaGap& gap : findSchemaGaps(connection)) {
-        connection.run(gap.definition.c_str());
-        report.problems.push_back(gap.column.empty()
-                                      ? fmt::format("the table {} was missing", gap.table)
-                                      : fmt::format("{}.{} was missing", gap.table, gap.column));
-    }
+    report.records = countRecords(connection);
+    report.problems = contentProblems(connection);
+    if (report.problems.empty()) return;
     dao::Transaction transaction(connection);
+    for (const SchemaGap& gap : findSchemaGaps(connection)) connection.run(gap.definition.c_str());
     mendYesNo(connection);
     transaction.commit();
-    report.records = countRecords(connection);
 }
 
 void repairDamaged(DamagedProject& project, const std::string& path, ProjectReport& report) {
@@ -372,7 +382,7 @@ ProjectReport repairProject(const std::string& path) {
         if (!fs::is_regular_file(target, error)) refuse(path, "there is no such file");
         const std::string problem = whyNotWritable(target);
         if (!problem.empty()) refuse(path, problem);
-        if (fs::file_size(target, error) == 0) {
+        if (fs::file_size(target, error) <= 1) {
             fillEmpty(target, report);
             return report;
         }

@@ -45,7 +45,8 @@ LISTING = r"""
 
 
 def run(*arguments, fails=False):
-    done = subprocess.run([PROGRAM, *map(str, arguments)], capture_output=True, timeout=100)
+    with tempfile.TemporaryDirectory(prefix="veldrin-exchange-") as own:  # samples write where they run
+        done = subprocess.run([PROGRAM, *map(str, arguments)], capture_output=True, timeout=100, cwd=own)
     text = done.stdout.decode("utf-8", "replace") + done.stderr.decode("utf-8", "replace")
     if (done.returncode != 0) != fails:
         raise AssertionError(f"veldrin {arguments} ended with {done.returncode}:\n{text}")
