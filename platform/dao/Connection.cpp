@@ -151,26 +151,32 @@ Connection::Connection(const CString& path, Opening opening) : m_path(path) {
     if (fs::file_size(path, error) <= 1 && !error) // the engine takes one byte for none
         throw CDaoException(kDaoUnrecognized, fmt::format("{} is damaged: there is nothing in it.", path));
     m_readOnly = opening.readOnly;
-    try {
-        open(path, opening.readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
-        look();
-        setUp(opening);
-    } catch (const CDaoException& failure) {
-        const bool isHeld = failure.number() == kDaoLocked && !isBeingWritten();
-        if (isHeld && opening.readOnly) {
-            // Its holder has every lock for good and writes nothing now. The engine still sees a transaction
-            // that begins later, and refuses to read into it.
-            close();
-            open(asAddress(path, "?nolock=1"), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
+    if (tryToOpen(opening)) return;
+    if (!opening.readOnly)
+        throw CDaoException(kDaoCannotOpen, fmt::format("{} is opened exclusively by another user.", path));
+    // Its holder has every lock for good and writes nothing now. The engine still sees a transaction that
+    // begins later, and refuses to read into it.
+    open(asAddress(path, "?nolock=1"), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI);
+    look();
+}
+
+// False when somebody holds the file exclusively: it stays locked, and nobody is writing. Among many writers
+// one look may come between two of them, so that it takes more than one.
+bool Connection::tryToOpen(Opening opening) {
+    constexpr int kLooks = 2;
+    for (int n = 0; n < kLooks; ++n) {
+        try {
+            open(m_path, opening.readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
             look();
-            return;
+            setUp(opening);
+            return true;
+        } catch (const CDaoException& failure) {
+            const bool mayBeHeld = failure.number() == kDaoLocked && !isBeingWritten();
+            close();
+            if (!mayBeHeld) throw;
         }
-        close();
-        if (isHeld)
-            throw CDaoException(kDaoCannotOpen,
-                                fmt::format("{} is opened exclusively by another user.", path));
-        throw;
     }
+    return false;
 }
 
 void Connection::Closer::operator()(sqlite3* handle) const {

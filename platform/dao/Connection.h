@@ -104,6 +104,7 @@ public:
 
 private:
     friend class Statement;
+    bool tryToOpen(Opening opening);
     void open(const CString& name, int flags);
     void look();
     bool isBeingWritten() const;

@@ -255,7 +255,11 @@ AcDbObjectId DxfDrawingReader::dimensionStyles() {
 void DxfDrawingReader::noteBlockRecord(const Object& object) {
     std::string name;
     m_decoder.decode(object.text(2), name);
-    if (const AcDbObjectId block = blockNamed(name); !block.isNull()) m_handles.note(object.handle, block);
+    const AcDbObjectId block = blockNamed(name);
+    if (block.isNull()) return;
+    m_handles.note(object.handle, block);
+    if (object.xdata.empty()) return;
+    if (const AcDbObjectPointer<AcDbObject> record(block, AcDb::kForWrite); record) setXData(*record, object);
 }
 
 // Makes the block where it is missing. Null for a name that no block can have.
