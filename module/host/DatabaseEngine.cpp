@@ -1,7 +1,6 @@
 #include "host/DatabaseEngine.h"
 
-#include "editor/aced.h"
-#include "runtime/CString.h"
+#include "host/DownloadOffer.h"
 #include "runtime/afx.h"
 
 namespace plumb {
@@ -9,26 +8,9 @@ namespace plumb {
 namespace {
 
 constexpr unsigned kEngineGeneration = 0x0601;
-constexpr const char* kErrorTitle = "Veldrin Error";
-constexpr const char* kDownloadLocation = "https://veldrin.example/database-drivers";
-
-void offerDownload() {
-    const int answer = MessageBox("Error loading database drivers.\n"
-                                  "Would you like to download a fix to this error?",
-                                  kErrorTitle, MB_YESNO | MB_ICONSTOP);
-    if (answer != IDYES) return;
-    if (ShellExecute("open", kDownloadLocation) > 32) {
-        acutPrintf("\nDownloading %s", kDownloadLocation);
-        MessageBox("When the download is complete, close the program, run the installer that was downloaded "
-                   "and start the program again.",
-                   kErrorTitle, MB_OK);
-    } else {
-        const CString failed =
-            CString("The download failed. The drivers can be found at ") + kDownloadLocation;
-        acutPrintf("\n%s", failed.c_str());
-        MessageBox(failed.c_str(), kErrorTitle, MB_OK | MB_ICONSTOP);
-    }
-}
+constexpr MissingPart kDrivers{"Error loading database drivers.\n"
+                               "Would you like to download a fix to this error?",
+                               "drivers", "https://veldrin.example/database-drivers"};
 
 } // namespace
 
@@ -42,7 +24,7 @@ bool startDatabaseEngine(bool& owned) {
         return true;
     } catch (...) {
         owned = false;
-        offerDownload();
+        offerDownload(kDrivers);
         return false;
     }
 }

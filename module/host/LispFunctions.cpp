@@ -47,7 +47,7 @@ constexpr LispFunction kFunctions[] = {
     {"vq_plumb-tblDwgValve", answerNil},
     {"vq_plumb-pipeSumCategory", answerNil},
     {"vq_plumb-pipeType", answerNil},
-    {"vq_plumb-pipeSum", answerNil},
+    {"vq_plumb-pipeSum", inDocument<handlers::pipeSum>},
     {"vq_plumb-editFloorDefinition", answerNil},
     {"vq_plumb-insertFixtureConnection", answerNil},
     {"vq_plumb-pipeLabel", answerNil},

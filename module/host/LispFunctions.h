@@ -43,6 +43,8 @@ int setPtrapLine2Breaks();
 int intersectPtrapLine();
 int intersectPtrapArc();
 int intersectPtrapPtrap();
+// dialogs/handlers_pipe_sum.cpp
+int pipeSum();
 // arrow/handlers_arrow.cpp
 int insertPipeArrow();
 int setPipeArrowInfo();

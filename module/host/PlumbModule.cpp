@@ -6,6 +6,7 @@
 #include "editor/aced.h"
 #include "host/DatabaseEngine.h"
 #include "host/LispFunctions.h"
+#include "host/RunningDatabase.h"
 #include "host/vqPlumbContext.h"
 #include "pipe/PlumbPipe.h"
 #include "projects/ProjectFiles.h"
@@ -20,8 +21,10 @@ ModuleState& moduleState() {
 
 namespace {
 
-// The project's database, open or not.
+// The one whose path Lisp gave, else the project's database, open or not.
 CString databaseOfRunningCall() {
+    const CString& given = RunningDatabase::path();
+    if (!given.empty()) return given;
     const vqPlumbContext* context = moduleState().theContext.get();
     const vqPerProjectData* project = context ? context->currentProject() : nullptr;
     if (!project) return {};

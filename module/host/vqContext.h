@@ -64,6 +64,8 @@ public:
     void disconnect();
 
     CDBConnection* connection() const { return m_connection.get(); }
+    // For who goes on working while Lisp may disconnect the project: closed then, but still there.
+    std::shared_ptr<CDBConnection> sharedConnection() const { return m_connection; }
     const StandardsTables* standards() const { return m_standards.get(); } // null while not connected
 
     Adesk::Int32 nDocuments = 0; // that point here
@@ -78,7 +80,7 @@ private:
     bool isConnected() const;
 
     const char* m_moduleName;
-    std::unique_ptr<CDBConnection> m_connection;
+    std::shared_ptr<CDBConnection> m_connection;
     std::unique_ptr<StandardsTables> m_standards; // on the connection
 };
 

@@ -81,7 +81,7 @@ bool vqPerProjectData::OpenProjectDatabase(const CString& folder, bool report) {
         m_connection.reset();
         return false;
     }
-    m_connection = std::make_unique<CDBConnection>();
+    m_connection = std::make_shared<CDBConnection>();
     if (!openOrRepair(path)) return false;
     if (isConnected()) tellOfDoubts(*m_connection);
     return true;

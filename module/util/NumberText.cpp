@@ -1,9 +1,9 @@
 #include "util/NumberText.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
 
 namespace plumb {
 
@@ -63,6 +63,15 @@ CString DoubleToTextWithCommas(double value, int decimals) {
     return text;
 }
 
+double TextToDouble(const CString& text) {
+    std::size_t first = text.find_first_not_of(" \t");
+    if (first == CString::npos) return 0.0;
+    if (text[first] == '+') ++first;
+    double value = 0.0;
+    const auto read = std::from_chars(text.data() + first, text.data() + text.size(), value);
+    return read.ec == std::errc() && std::isfinite(value) ? value : 0.0;
+}
+
 CString InchesToFeetText(double inches) {
     const double size = std::abs(inches);
     const double feet = std::floor(std::trunc(size) / kInchesAFoot);
@@ -76,8 +85,8 @@ double FeetTextToInches(const CString& text) {
     const bool isNegative = !text.empty() && text.front() == '-';
     const CString size = isNegative ? text.substr(1) : text;
     const std::size_t dash = size.find('-');
-    const double feet = std::strtod(size.substr(0, dash).c_str(), nullptr);
-    const double inches = dash == CString::npos ? 0.0 : std::strtod(size.c_str() + dash + 1, nullptr);
+    const double feet = TextToDouble(size.substr(0, dash));
+    const double inches = dash == CString::npos ? 0.0 : TextToDouble(size.substr(dash + 1));
     const double total = feet * kInchesAFoot + inches;
     return isNegative ? -total : total;
 }

@@ -15,6 +15,9 @@ CString DoubleToText(double value, int decimals, bool trim);
 // The same, trimmed, with a comma between groups of three digits.
 CString DoubleToTextWithCommas(double value, int decimals);
 
+// The number that a text begins with, behind blanks; 0 without one. The point is the decimal sign everywhere.
+double TextToDouble(const CString& text);
+
 // Inches as feet-inches: 66.25 is 5-6.25, -18 is -1-6, 0 is 0-0.
 CString InchesToFeetText(double inches);
 // Back: feet alone or feet-inches; what is no number counts as 0.

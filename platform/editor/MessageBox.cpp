@@ -13,6 +13,7 @@ using veldrin::MessageWindow;
 namespace {
 
 constexpr unsigned kButtonMask = 0xF;
+constexpr unsigned kIconMask = 0xF0;
 constexpr const char* kProgramName = "Veldrin";
 
 struct ButtonRow {
@@ -30,6 +31,16 @@ std::vector<std::string> buttonsOf(unsigned type) {
     }
 }
 
+veldrin::MessageIcon iconOf(unsigned type) {
+    switch (type & kIconMask) {
+    case MB_ICONSTOP: return veldrin::MessageIcon::kStop;
+    case MB_ICONQUESTION: return veldrin::MessageIcon::kQuestion;
+    case MB_ICONWARNING: return veldrin::MessageIcon::kWarning;
+    case MB_ICONINFORMATION: return veldrin::MessageIcon::kInformation;
+    default: return veldrin::MessageIcon::kNone;
+    }
+}
+
 int show(MessageWindow window) {
     Host& host = Host::current();
     host.commandLine().flush();
@@ -42,8 +53,9 @@ int show(MessageWindow window) {
 } // namespace
 
 int MessageBox(const char* text, const char* caption, unsigned type) {
-    MessageWindow window{caption ? caption : "", text ? text : "", buttonsOf(type), {}, {}};
-    window.defaultButton = window.buttons.front();
+    MessageWindow window{caption ? caption : "", text ? text : "", buttonsOf(type), {}, {}, iconOf(type)};
+    const std::size_t second = (type & MB_DEFBUTTON2) && window.buttons.size() > 1 ? 1 : 0;
+    window.defaultButton = window.buttons[second];
     if (window.buttons.back() == "Cancel") window.cancelButton = "Cancel";
     return show(std::move(window));
 }

@@ -30,6 +30,8 @@ enum MessageBoxType : unsigned {
     MB_ICONSTOP = 0x10,
     MB_ICONQUESTION = 0x20,
     MB_ICONWARNING = 0x30,
+    MB_ICONINFORMATION = 0x40,
+    MB_DEFBUTTON2 = 0x100,
 };
 enum MessageBoxAnswer : int { IDOK = 1, IDCANCEL = 2, IDYES = 6, IDNO = 7 };
 

@@ -14,18 +14,6 @@ using lisp::Engine;
 using lisp::Error;
 using lisp::Value;
 
-CAcUiDialog& openDialog() {
-    CAcUiDialog* dialog = headlessUi().dialog();
-    if (!dialog) throw Error("no dialog is open");
-    return *dialog;
-}
-
-DialogControl& controlOf(Args args) {
-    DialogControl* control = openDialog().control(args.integer(0));
-    if (!control) throw Error("the dialog has no control " + std::to_string(args.integer(0)));
-    return *control;
-}
-
 const char* kindWord(ControlKind kind) {
     switch (kind) {
     case ControlKind::kText: return "text";

@@ -10,7 +10,7 @@ void install(Host& host) {
          {entityFunctions(), selectionFunctions(), tableFunctions(), dictionaryFunctions(),
           commandFunctions(), inputFunctions(), variableFunctions(), curveFunctions(), documentFunctions(),
           projectFunctions(), graphicsFunctions(), recordFunctions(), editingFunctions(), windowFunctions(),
-          dialogFunctions(), screenFunctions(), moduleFunctions()})
+          dialogFunctions(), gridFunctions(), screenFunctions(), moduleFunctions()})
         lisp.define(rows);
     defineTableWalk(lisp);
     defineDictionaryWalk(lisp);

@@ -18,6 +18,7 @@ std::span<const lisp::BuiltinRow> curveFunctions();
 std::span<const lisp::BuiltinRow> documentFunctions();
 std::span<const lisp::BuiltinRow> projectFunctions();
 std::span<const lisp::BuiltinRow> dialogFunctions();
+std::span<const lisp::BuiltinRow> gridFunctions();
 std::span<const lisp::BuiltinRow> graphicsFunctions();
 std::span<const lisp::BuiltinRow> recordFunctions();
 std::span<const lisp::BuiltinRow> editingFunctions();

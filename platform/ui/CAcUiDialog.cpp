@@ -2,9 +2,14 @@
 
 #include "runtime/CException.h"
 #include "runtime/Host.h"
+#include "system/UserSettings.h"
 #include "ui/UiBackend.h"
+#include "ui/UiTable.h"
+
+#include <fmt/format.h>
 
 #include <algorithm>
+#include <cstdio>
 
 DialogView::~DialogView() = default;
 
@@ -23,6 +28,8 @@ std::unique_ptr<DialogControl> makeControl(CAcUiDialog& dialog, const ControlTem
     default: return std::make_unique<DialogControl>(dialog, form);
     }
 }
+
+constexpr const char* kPlacesKey = "Software\\Veldrin Software\\Dialogs";
 
 CString withoutMark(const CString& caption) {
     CString text;
@@ -45,16 +52,64 @@ int CAcUiDialog::DoModal() {
     m_result = 0;
     m_focus = 0;
     m_isEnabled = true;
+    m_failure = nullptr;
     m_lastPressed.clear();
     makeControls();
     m_isOpen = true;
-    OnInitDialog();
-    const bool shown = !m_isOpen || veldrin::Host::current().ui().showDialog(*this);
+    guarded([this] {
+        if (OnInitDialog() && m_focus == 0) focusFirst();
+    });
+    loadPlace();
+    bool shown = true;
+    if (m_isOpen) guarded([&] { shown = veldrin::Host::current().ui().showDialog(*this); });
     m_isOpen = false;
     m_view = nullptr;
     if (!shown) return kNotCreated;
-    OnDestroy();
+    savePlace();
+    guarded([this] { OnDestroy(); });
+    if (m_failure) std::rethrow_exception(std::exchange(m_failure, nullptr));
     return m_result;
+}
+
+void CAcUiDialog::focusFirst() {
+    for (const auto& control : m_controls) {
+        if (!control->takesFocus() || !control->IsWindowEnabled()) continue;
+        m_focus = control->id();
+        return;
+    }
+}
+
+void CAcUiDialog::guarded(const std::function<void()>& action) {
+    try {
+        action();
+    } catch (...) {
+        if (!m_failure) m_failure = std::current_exception();
+        EndDialog(kCancel);
+    }
+}
+
+void CAcUiDialog::loadPlace() {
+    m_place.reset();
+    if (m_savedName.empty()) return;
+    const auto text = veldrin::Host::current().settings().readText(kPlacesKey, m_savedName);
+    DialogPlace place;
+    if (text &&
+        std::sscanf(text->c_str(), "%d %d %d %d", &place.x, &place.y, &place.width, &place.height) == 4)
+        m_place = place;
+    m_savedPlace = m_place;
+}
+
+// A place that cannot be kept is no reason to trouble the user.
+void CAcUiDialog::savePlace() const {
+    if (m_savedName.empty() || !m_place || m_place == m_savedPlace) return;
+    veldrin::UserSettings& settings = veldrin::Host::current().settings();
+    if (!settings.createKey(kPlacesKey)) return;
+    const DialogPlace& at = *m_place;
+    settings.write(kPlacesKey, m_savedName, fmt::format("{} {} {} {}", at.x, at.y, at.width, at.height));
+}
+
+void CAcUiDialog::userPlaces(const DialogPlace& place) {
+    m_place = place;
 }
 
 void CAcUiDialog::EndDialog(int result) {
@@ -73,7 +128,7 @@ DialogControl* CAcUiDialog::control(int id) const {
 template<class Kind>
 Kind& CAcUiDialog::of(int id) const {
     auto* found = dynamic_cast<Kind*>(control(id));
-    if (!found) AfxThrowInvalidArgException();
+    if (!found) throw CException(fmt::format("Dialog \"{}\" has no such control: {}", m_caption, id));
     return *found;
 }
 template VELDRIN_API EditControl& CAcUiDialog::of(int) const;
@@ -91,6 +146,10 @@ void CAcUiDialog::EnableWindow(bool enable) {
     if (m_view) m_view->enabledChanged();
 }
 
+void CAcUiDialog::SetActiveWindow() {
+    if (m_view) m_view->activationWanted();
+}
+
 void CAcUiDialog::controlChanged(const DialogControl& control) {
     if (m_view) m_view->controlChanged(control);
 }
@@ -104,30 +163,43 @@ bool CAcUiDialog::canAct(const DialogControl* control) const {
     return m_isOpen && m_isEnabled && control && control->IsWindowEnabled();
 }
 
+bool CAcUiDialog::reaches(const DialogControl* target) {
+    if (!canAct(target)) return false;
+    const int id = target->id();
+    for (const auto& other : m_controls) {
+        const auto* shown = dynamic_cast<const TableControl*>(other.get());
+        veldrin::UiTable* table = shown && shown != target ? shown->table() : nullptr;
+        if (!table || !table->editor()) continue;
+        table->userLeaves();
+        if (!m_isOpen || table->editor()) return false;
+    }
+    return canAct(control(id)); // what was stored may have disabled it
+}
+
 // The handler may end the dialog, and destroy what it was hung on by showing it again.
 bool CAcUiDialog::notify(Event event, int id) {
     const auto found = m_handlers.find({event, id});
     if (found == m_handlers.end()) return false;
     const Handler handler = found->second;
-    handler();
+    guarded(handler);
     return true;
 }
 
 bool CAcUiDialog::userClicks(int id) {
     DialogControl* target = control(id);
-    if (!canAct(target)) return false;
+    if (!reaches(target)) return false;
     if (auto* box = dynamic_cast<CheckControl*>(target)) return userChecks(id, !box->GetCheck());
     if (target->kind() != ControlKind::kButton) return userFocuses(id);
     m_focus = id;
     m_lastPressed = withoutMark(target->GetWindowText());
     if (notify(Event::kClick, id)) return true;
-    if (id == kDialogOk) OnOK();
-    if (id == kDialogCancel) OnCancel();
+    if (id == kDialogOk) guarded([this] { OnOK(); });
+    if (id == kDialogCancel) guarded([this] { OnCancel(); });
     return true;
 }
 
 bool CAcUiDialog::userDoubleClicks(int id) {
-    if (!canAct(control(id))) return false;
+    if (!reaches(control(id))) return false;
     m_focus = id;
     notify(Event::kDoubleClick, id);
     return true;
@@ -135,16 +207,18 @@ bool CAcUiDialog::userDoubleClicks(int id) {
 
 bool CAcUiDialog::userTypes(int id, const CString& text) {
     auto* target = dynamic_cast<EditControl*>(control(id));
-    if (!canAct(target)) return false;
+    if (!reaches(target)) return false;
     m_focus = id;
     target->SetWindowText(text);
+    const int end = static_cast<int>(text.size());
+    target->userSelects(end, end);
     notify(Event::kChange, id);
     return true;
 }
 
 bool CAcUiDialog::userChecks(int id, bool check) {
     auto* target = dynamic_cast<CheckControl*>(control(id));
-    if (!canAct(target)) return false;
+    if (!reaches(target)) return false;
     m_focus = id;
     if (target->GetCheck() == check) return true;
     target->SetCheck(check);
@@ -154,7 +228,7 @@ bool CAcUiDialog::userChecks(int id, bool check) {
 
 bool CAcUiDialog::userSelects(int id, int item) {
     auto* target = dynamic_cast<ListControl*>(control(id));
-    if (!canAct(target) || item < 0 || item >= target->GetCount()) return false;
+    if (!reaches(target) || item < 0 || item >= target->GetCount()) return false;
     m_focus = id;
     target->SetCurSel(item);
     notify(Event::kSelection, id);
@@ -162,7 +236,7 @@ bool CAcUiDialog::userSelects(int id, int item) {
 }
 
 bool CAcUiDialog::userFocuses(int id) {
-    if (!canAct(control(id))) return false;
+    if (!reaches(control(id))) return false;
     setFocus(id);
     return true;
 }
@@ -180,9 +254,14 @@ bool CAcUiDialog::userPressesReturn() {
 
 bool CAcUiDialog::userCloses() {
     if (!m_isOpen) return false;
+    for (const auto& control : m_controls)
+        if (const auto* shown = dynamic_cast<const TableControl*>(control.get()))
+            if (shown->table() && shown->table()->editor())
+                shown->table()->userKeys(veldrin::TableKey::kEscape, {});
     const int button = buttonWith(kCancelButton);
     if (button != 0) return userClicks(button);
     if (!m_isEnabled) return false;
-    OnCancel();
+    m_lastPressed.clear();
+    guarded([this] { OnCancel(); });
     return true;
 }

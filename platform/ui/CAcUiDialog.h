@@ -5,9 +5,11 @@
 #include "ui/DialogControls.h"
 #include "ui/DialogTemplate.h"
 
+#include <exception>
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -19,7 +21,17 @@ public:
     virtual void focusChanged() = 0;
     virtual void captionChanged() = 0;
     virtual void enabledChanged() = 0;
+    virtual void activationWanted() = 0; // it is to be in front, with the keyboard
     virtual void ended() = 0;
+};
+
+// Where a window stands on the screen, in pixels of the usual size.
+struct DialogPlace {
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+    bool operator==(const DialogPlace&) const = default;
 };
 
 // A modal dialog. A class of it hangs handlers on its controls in its constructor, fills them in
@@ -27,6 +39,8 @@ public:
 //
 // DoModal may be called again: the controls are made anew from the template. In a handler that has ended the
 // dialog another one may run; this one's window is gone then, and its DoModal returns when the handler does.
+//
+// What a handler throws closes the window as Cancel does, and leaves DoModal.
 class VELDRIN_API CAcUiDialog {
 public:
     explicit CAcUiDialog(const DialogTemplate& form);
@@ -45,6 +59,9 @@ public:
     // Under which the user's position and size of it are kept; several dialogs may share one.
     const CString& savedName() const { return m_savedName; }
     std::span<const ControlResize> resizeRules() const { return m_resizeRules; }
+    // Where the user had it last, in this session or an earlier one; none when it was never moved. It is kept
+    // when the window goes, however that comes about.
+    const std::optional<DialogPlace>& place() const { return m_place; }
     bool IsWindowEnabled() const { return m_isEnabled; }
     int focus() const { return m_focus; } // a control's id; 0 before any had it
 
@@ -62,14 +79,21 @@ public:
     bool userFocuses(int id);
     bool userPressesReturn();
     bool userCloses(); // Escape, or the close box
+    // The window goes whatever the dialog says: for one that userCloses has not ended.
+    void userDestroys() { EndDialog(kCancel); }
+    void userPlaces(const DialogPlace& place);
     // The caption of the button that was pressed last, without its mark.
     const CString& lastPressed() const { return m_lastPressed; }
     void setView(DialogView* view) { m_view = view; }
+    void SetActiveWindow(); // to the front, with the keyboard
+    // Runs code of the dialog; what it throws ends the dialog and goes on from DoModal.
+    void guarded(const std::function<void()>& action);
 
     void controlChanged(const DialogControl& control);
     void setFocus(int id);
 
 protected:
+    // True when the first control is to have the focus, unless another one was given it here.
     virtual bool OnInitDialog() { return true; }
     virtual void OnOK() { EndDialog(kOk); }
     virtual void OnCancel() { EndDialog(kCancel); }
@@ -105,7 +129,12 @@ private:
     Kind& of(int id) const;
     void makeControls();
     bool canAct(const DialogControl* control) const;
+    // The same, and the user's hand gets there: an edit in a table is ended on the way, and may be refused.
+    bool reaches(const DialogControl* control);
     bool notify(Event event, int id);
+    void focusFirst();
+    void loadPlace();
+    void savePlace() const;
     int buttonWith(unsigned flag) const;
 
     const DialogTemplate& m_form;
@@ -116,6 +145,9 @@ private:
     std::map<std::pair<Event, int>, Handler> m_handlers;
     DialogView* m_view = nullptr;
     CString m_lastPressed;
+    std::optional<DialogPlace> m_place;
+    std::optional<DialogPlace> m_savedPlace; // as it is in the user's settings
+    std::exception_ptr m_failure;
     int m_result = 0;
     int m_focus = 0;
     bool m_isOpen = false;

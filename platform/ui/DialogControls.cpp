@@ -25,6 +25,10 @@ void DialogControl::changed() {
     m_dialog.controlChanged(*this);
 }
 
+bool DialogControl::takesFocus() const {
+    return kind() != ControlKind::kText && kind() != ControlKind::kImage && kind() != ControlKind::kFrame;
+}
+
 void DialogControl::EnableWindow(bool enable) {
     if (m_isEnabled == enable) return;
     m_isEnabled = enable;
@@ -44,6 +48,11 @@ void EditControl::SetSel(int first, int last) {
     m_first = first;
     m_last = last;
     changed();
+}
+
+void EditControl::userSelects(int first, int last) {
+    m_first = first;
+    m_last = last;
 }
 
 void CheckControl::SetCheck(bool check) {
@@ -102,6 +111,14 @@ int ListControl::FindStringExact(const CString& text) const {
     for (int at = 0; at < GetCount(); ++at) {
         const CString& item = m_items[static_cast<std::size_t>(at)].text;
         if (!comesBefore(item, text) && !comesBefore(text, item)) return at;
+    }
+    return kNone;
+}
+
+int ListControl::FindStringPrefix(const CString& start) const {
+    for (int at = 0; at < GetCount(); ++at) {
+        const CString begin = m_items[static_cast<std::size_t>(at)].text.substr(0, start.size());
+        if (!comesBefore(begin, start) && !comesBefore(start, begin)) return at;
     }
     return kNone;
 }

@@ -24,6 +24,7 @@ public:
     int id() const { return m_form.id; }
     ControlKind kind() const { return m_form.kind; }
     const ControlTemplate& form() const { return m_form; }
+    bool takesFocus() const; // what the Tab key stops at
     bool IsWindowEnabled() const { return m_isEnabled; }
     void EnableWindow(bool enable);
     void SetFocus();
@@ -46,6 +47,7 @@ public:
     using DialogControl::DialogControl;
     // Characters from first to last are selected; a last beyond the end means up to it.
     void SetSel(int first, int last);
+    void userSelects(int first, int last); // as the user's hand has it: nobody is told
     int selectionFirst() const { return m_first; }
     int selectionLast() const { return m_last; }
 
@@ -80,6 +82,7 @@ public:
     int GetItemData(int at) const; // 0 for one
     void SetItemData(int at, int data);
     int FindStringExact(const CString& text) const; // without regard to case; kNone without
+    int FindStringPrefix(const CString& start) const;
     int FindData(int data) const;
     int GetCurSel() const { return m_selected; }
     void SetCurSel(int at); // kNone, or a place that there is not, for none

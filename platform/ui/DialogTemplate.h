@@ -41,3 +41,4 @@ constexpr int kMoveAcross = 1;
 constexpr int kMoveDown = 2;
 constexpr int kStretchAcross = 16;
 constexpr int kStretchDown = 32;
+constexpr int kStretchBoth = kStretchAcross | kStretchDown;

@@ -23,6 +23,17 @@ private:
     int& m_count;
 };
 
+class OpenDialog {
+public:
+    OpenDialog(std::vector<CAcUiDialog*>& all, CAcUiDialog& dialog) : m_all(all) { m_all.push_back(&dialog); }
+    ~OpenDialog() { m_all.pop_back(); }
+    OpenDialog(const OpenDialog&) = delete;
+    OpenDialog& operator=(const OpenDialog&) = delete;
+
+private:
+    std::vector<CAcUiDialog*>& m_all;
+};
+
 } // namespace
 
 std::optional<std::string> HeadlessUi::respond(const WindowRequest& request) {
@@ -67,13 +78,13 @@ bool HeadlessUi::showDialog(CAcUiDialog& dialog) {
     WindowRequest request{"dialog", dialog.caption(), {}, {}};
     for (const auto& control : dialog.controls())
         if (control->kind() == ControlKind::kButton) request.buttons.push_back(control->GetWindowText());
-    m_dialogs.push_back(&dialog);
+    const OpenDialog open(m_dialogs, dialog);
     const auto close = [&](const std::optional<std::string>&) {
         if (dialog.isOpen()) dialog.userCloses();
+        if (dialog.isOpen()) dialog.userDestroys();
         return std::pair(true, dialog.lastPressed());
     };
     serve(request, close);
-    m_dialogs.pop_back();
     return true;
 }
 

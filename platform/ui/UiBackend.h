@@ -15,6 +15,8 @@ class CAcUiDialog;
 
 namespace veldrin {
 
+enum class MessageIcon { kNone, kStop, kQuestion, kWarning, kInformation };
+
 // A modal message as it is shown.
 struct MessageWindow {
     std::string caption;
@@ -22,6 +24,7 @@ struct MessageWindow {
     std::vector<std::string> buttons; // "OK" "Cancel" "Yes" "No" in order
     std::string defaultButton;
     std::string cancelButton; // what the close box answers; empty: the default
+    MessageIcon icon = MessageIcon::kNone;
 };
 
 // A window in which the user names a file.

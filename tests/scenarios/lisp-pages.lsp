@@ -19,7 +19,7 @@
 (setq own '("CHECK" "CHECK-ERROR" "CHECK-FINISH" "NAMES-IN")  missing nil)
 (foreach name (atoms-family 1)
   (if (and (member (type (vl-symbol-value (read name))) '(SUBR USUBR EXRXSUBR))
-           (not (wcmatch name "VQ_PLUMB-*,C:*,PLUMB-*"))
+           (not (wcmatch name "VQ_PLUMB-*,C:*,PLUMB-*,PIPE-*,PIPESUMCATEGORY-*"))
            (not (member name own))
            (not (member name listed)))
     (setq missing (cons name missing))))

@@ -1,0 +1,8 @@
+#include "ui/UiTable.h"
+
+namespace veldrin {
+
+TableView::~TableView() = default;
+UiTable::~UiTable() = default;
+
+} // namespace veldrin
