@@ -85,6 +85,11 @@
           ((setq flow (+ flow (* value (plumb-real-of sum "dMultiplier")))))))
   (list flow least))
 
+;; SQL for: both pipes lie in the same area of the same drawing, so that their coordinates can be compared. It is what
+;; an index knows, and keeps a search from going through all pipes of the project.
+(defun plumb-flow-same-place (a b)
+  (strcat a ".sDrawing = " b ".sDrawing and " a ".iAlignmentPointNumber = " b ".iAlignmentPointNumber"))
+
 ;; SQL for: end I of the pipe A is end J of the pipe B.
 (defun plumb-flow-touch (a i b j)
   (strcat "("
@@ -93,13 +98,14 @@
                        (strcat "abs(" a axis i " - " b axis j ") < " plumb-flow-tolerance))
                     '(".dX" ".dY" ".dZ"))
             " and ")
-          " and " a ".sDrawing = " b ".sDrawing and " a ".iAlignmentPointNumber = " b ".iAlignmentPointNumber)"))
+          " and " (plumb-flow-same-place a b) ")"))
 
 ;; The pipe of a type that flows into this one: its riser, else one that ends where this begins, the widest of them.
+;; The plus keeps the engine from going through all pipes of the type.
 (defun plumb-flow-previous (db pipe pipe-type)
   (plumb-db-row db
     (strcat "select o.ixPipe as ixPipe, o.ixPipeSizingTable as ixPipeSizingTable from tblPipe o, tblPipe p"
-            " where p.ixPipe = " (itoa pipe) " and o.ixPipe <> p.ixPipe and o.bDeleted = 0 and o.ixPipeType = "
+            " where p.ixPipe = " (itoa pipe) " and o.ixPipe <> p.ixPipe and o.bDeleted = 0 and +o.ixPipeType = "
             (itoa pipe-type) " and (o.ixPipe = p.ixPipeRiserPrevious or " (plumb-flow-touch "o" "2" "p" "1")
             ") order by coalesce(o.ixPipe = p.ixPipeRiserPrevious, 0) desc, o.dSize desc, o.ixPipe limit 1")))
 

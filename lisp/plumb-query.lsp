@@ -38,14 +38,16 @@
 ;; cannot move by itself without tearing the run apart; nor can the start of a pipe that hangs on a riser.
 (defun pipe-query-elevationTileCheck (pipe / row)
   (setq row (plumb-db-row nil
-              (strcat "select max(case when coalesce(o.ixPipe = p.ixPipeRiserPrevious, 0) or "
-                      (plumb-flow-touch "o" "1" "p" "1") " or " (plumb-flow-touch "o" "2" "p" "1")
-                      " then 1 else 0 end) as iStart, max(case when "
+              (strcat "select max(case when " (plumb-flow-touch "o" "1" "p" "1") " or "
+                      (plumb-flow-touch "o" "2" "p" "1") " then 1 else 0 end) as iStart, max(case when "
                       (plumb-flow-touch "o" "1" "p" "2") " or " (plumb-flow-touch "o" "2" "p" "2")
-                      " then 2 else 0 end) as iEnd from tblPipe o, tblPipe p where p.ixPipe = " (itoa pipe)
-                      " and o.ixPipe <> p.ixPipe and o.bDeleted = 0")))
-  (+ (cond ((plumb-of row "iStart")) (0))
-     (cond ((plumb-of row "iEnd")) (0))))
+                      " then 2 else 0 end) as iEnd, (select count(*) from tblPipe r, tblPipe q where q.ixPipe = "
+                      (itoa pipe) " and r.ixPipe = q.ixPipeRiserPrevious and r.bDeleted = 0) as iRiser"
+                      " from tblPipe o, tblPipe p where p.ixPipe = " (itoa pipe) " and "
+                      (plumb-flow-same-place "o" "p") " and o.ixPipe <> p.ixPipe and o.bDeleted = 0")))
+  (logior (cond ((plumb-of row "iStart")) (0))
+          (cond ((plumb-of row "iEnd")) (0))
+          (min 1 (plumb-of row "iRiser"))))
 
 ;; The flow categories of the database that the dialog is open on. A path makes a dialog treat its database as
 ;; standards, which no pipe uses, so the project of the drawing is named by leaving it out.

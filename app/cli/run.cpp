@@ -1,5 +1,6 @@
 #include "cli/Session.h"
 #include "cli/Subcommands.h"
+#include "cli/windows.h"
 
 #include <algorithm>
 #include <memory>
@@ -16,8 +17,11 @@ struct RunOptions {
 int run(const RunOptions& options, std::vector<std::string> arguments) {
     Session session;
     if (options.show) {
-        session.tell("--show: this program is built without windows");
-        return kWrongArguments;
+        const Windows windows = showWindows(session.host());
+        if (windows == Windows::kNotBuilt) session.tell("--show: this program is built without windows");
+        if (windows == Windows::kNotBuilt) return kWrongArguments;
+        if (windows == Windows::kNoDisplay) session.tell("--show: there is no display");
+        if (windows == Windows::kNoDisplay) return kFailed;
     }
     veldrin::lisp::Outcome outcome;
     if (!session.canRead(options.script)) return session.finish(kFailed);

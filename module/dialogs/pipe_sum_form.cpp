@@ -43,16 +43,16 @@ constexpr ControlTemplate kControls[] = {
     {ControlKind::kEdit, kHangerRight, "", 435, 130, 60, 13},
     {ControlKind::kText, kHangerZLabel, "Ending Elevation (ft-in):", 349, 148, 84, 9},
     {ControlKind::kEdit, kHangerZ, "", 435, 146, 60, 13},
-    {ControlKind::kGrid, kFlows, "", 7, 139, 325, 96},
-    {ControlKind::kButton, kEditCategories, "&Edit. . .", 342, 172, 50, 14},
-    {ControlKind::kText, kFarthestLabel, "Distance to Farthest Fixture: ", 342, 198, 102, 9},
-    {ControlKind::kText, kFarthestValue, "", 446, 198, 56, 9},
-    {ControlKind::kText, kHeightLabel, "Maximum Height: ", 342, 212, 102, 9},
-    {ControlKind::kText, kHeightValue, "", 446, 212, 56, 9},
-    {ControlKind::kButton, kDialogOk, "&OK", 200, 244, 50, 14, kDefaultButton},
-    {ControlKind::kButton, kDialogCancel, "&Cancel", 258, 244, 50, 14, kCancelButton},
+    {ControlKind::kGrid, kFlows, "", 7, 139, 325, 112},
+    {ControlKind::kButton, kEditCategories, "&Edit. . .", 342, 178, 50, 14},
+    {ControlKind::kText, kFarthestLabel, "Distance to Farthest Fixture: ", 342, 206, 102, 9},
+    {ControlKind::kText, kFarthestValue, "", 446, 206, 56, 9},
+    {ControlKind::kText, kHeightLabel, "Maximum Height: ", 342, 220, 102, 9},
+    {ControlKind::kText, kHeightValue, "", 446, 220, 56, 9},
+    {ControlKind::kButton, kDialogOk, "&OK", 200, 260, 50, 14, kDefaultButton},
+    {ControlKind::kButton, kDialogCancel, "&Cancel", 258, 260, 50, 14, kCancelButton},
 };
-constexpr DialogTemplate kTemplate{2002, "Query Pipe", 509, 265, kControls};
+constexpr DialogTemplate kTemplate{2002, "Query Pipe", 509, 281, kControls};
 
 // The lists in the middle and the flows take what the window grows by; what is right of them moves.
 constexpr ControlResize kResize[] = {
