@@ -310,9 +310,9 @@ void TableWidget::keyPressEvent(QKeyEvent* event) {
     event->ignore();
 }
 
-// Tab goes from cell to cell before it goes on to the next control.
+// Tab goes from cell to cell before it goes on to the next control. The same is called for a child that hides.
 bool TableWidget::focusNextPrevChild(bool next) {
-    if (m_table && m_table->userKeys(TableKey::kTab, {!next, false})) return true;
+    if (m_table && hasFocus() && m_table->userKeys(TableKey::kTab, {!next, false})) return true;
     return QAbstractScrollArea::focusNextPrevChild(next);
 }
 
