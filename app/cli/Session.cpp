@@ -8,6 +8,7 @@
 #include "files/DxfImport.h"
 #include "runtime/ModuleLoader.h"
 #include "scripting/Scripting.h"
+#include "system/AsciiCase.h"
 #include "system/ProgramFolders.h"
 #include "system/UserSettings.h"
 
@@ -52,10 +53,7 @@ std::string drawingFile(const std::string& path) {
 }
 
 bool isScript(const std::string& path) {
-    std::string ending = fs::path(path).extension().string();
-    for (char& c : ending)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return ending == ".lsp";
+    return veldrin::asciiEqual(fs::path(path).extension().string(), ".lsp");
 }
 
 // Why a file cannot be read as a script; nothing when it can.

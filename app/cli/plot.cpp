@@ -4,6 +4,7 @@
 #include "cli/Subcommands.h"
 #include "editor/DocumentManager.h"
 #include "graphics/plot_paper.h"
+#include "system/AsciiCase.h"
 
 #include <filesystem>
 #include <memory>
@@ -38,9 +39,7 @@ std::string checkScale(const std::string& text) {
 }
 
 std::string checkEnding(const std::string& path) {
-    std::string ending = std::filesystem::path(path).extension().string();
-    for (char& c : ending)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    const std::string ending = veldrin::asciiLowerCase(std::filesystem::path(path).extension().string());
     for (const char* known : {".svg", ".pdf", ".png"})
         if (ending == known) return {};
     return "a plot ends in .svg, .pdf or .png, not as in " + path;

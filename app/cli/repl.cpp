@@ -9,6 +9,7 @@
 #include "editor/EditorEvents.h"
 #include "lisp/Printer.h"
 #include "lisp/Reader.h"
+#include "system/AsciiCase.h"
 
 #include <algorithm>
 #include <memory>
@@ -61,14 +62,10 @@ private:
         } else if (trimmed(before).empty()) {
             found = m_host.commands().names();
         }
-        std::string upper = word;
-        for (char& c : upper)
-            if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+        const std::string upper = veldrin::asciiUpperCase(word);
         std::erase_if(found, [&](const std::string& name) { return !name.starts_with(upper); });
-        const bool small = upper != word;
-        for (std::string& name : found)
-            for (char& c : name)
-                if (small && c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+        if (upper != word)
+            for (std::string& name : found) name = veldrin::asciiLowerCase(name);
         std::sort(found.begin(), found.end());
         return found;
     }

@@ -140,61 +140,59 @@ QStringList itemsOf(const ListControl& list) {
     return items;
 }
 
-class ListWidget : public Shown<QListWidget> {
+// A list, whichever way it is shown. Its items are only replaced when they are others.
+template<class Widget>
+class ItemsWidget : public Shown<Widget> {
 public:
-    ListWidget(CAcUiDialog& dialog, const DialogControl& control, QWidget* parent)
-        : Shown(dialog, control.id(), parent) {
-        m_widget->setUniformItemSizes(true);
-        QObject::connect(m_widget, &QListWidget::currentRowChanged, m_widget, [this](int row) {
-            act([&] {
-                if (row >= 0 && !m_dialog.userSelects(id(), row)) showAgain();
-            });
-        });
-        QObject::connect(m_widget, &QListWidget::itemDoubleClicked, m_widget,
-                         [this] { act([this] { m_dialog.userDoubleClicks(id()); }); });
-    }
+    using Shown<Widget>::Shown;
     void refresh(const DialogControl& control) override {
         const auto& list = dynamic_cast<const ListControl&>(control);
-        const QSignalBlocker silent(m_widget);
+        const QSignalBlocker silent(this->m_widget);
         const QStringList items = itemsOf(list);
         if (items != m_items) {
-            m_widget->clear();
-            m_widget->addItems(items);
+            this->m_widget->clear();
+            this->m_widget->addItems(items);
             m_items = items;
         }
-        m_widget->setCurrentRow(list.GetCurSel());
-        m_widget->setEnabled(list.IsWindowEnabled());
+        select(list.GetCurSel());
+        this->m_widget->setEnabled(list.IsWindowEnabled());
+    }
+
+protected:
+    virtual void select(int item) = 0;
+    void pick(int item) {
+        this->act([&] {
+            if (item >= 0 && !this->m_dialog.userSelects(this->id(), item)) this->showAgain();
+        });
     }
 
 private:
     QStringList m_items;
 };
 
-class ComboWidget : public Shown<QComboBox> {
+class ListWidget : public ItemsWidget<QListWidget> {
 public:
-    ComboWidget(CAcUiDialog& dialog, const DialogControl& control, QWidget* parent)
-        : Shown(dialog, control.id(), parent) {
-        QObject::connect(m_widget, &QComboBox::activated, m_widget, [this](int item) {
-            act([&] {
-                if (!m_dialog.userSelects(id(), item)) showAgain();
-            });
-        });
-    }
-    void refresh(const DialogControl& control) override {
-        const auto& list = dynamic_cast<const ListControl&>(control);
-        const QSignalBlocker silent(m_widget);
-        const QStringList items = itemsOf(list);
-        if (items != m_items) {
-            m_widget->clear();
-            m_widget->addItems(items);
-            m_items = items;
-        }
-        m_widget->setCurrentIndex(list.GetCurSel());
-        m_widget->setEnabled(list.IsWindowEnabled());
+    ListWidget(CAcUiDialog& dialog, const DialogControl& control, QWidget* parent)
+        : ItemsWidget(dialog, control.id(), parent) {
+        m_widget->setUniformItemSizes(true);
+        QObject::connect(m_widget, &QListWidget::currentRowChanged, m_widget, [this](int row) { pick(row); });
+        QObject::connect(m_widget, &QListWidget::itemDoubleClicked, m_widget,
+                         [this] { act([this] { m_dialog.userDoubleClicks(id()); }); });
     }
 
-private:
-    QStringList m_items;
+protected:
+    void select(int item) override { m_widget->setCurrentRow(item); }
+};
+
+class ComboWidget : public ItemsWidget<QComboBox> {
+public:
+    ComboWidget(CAcUiDialog& dialog, const DialogControl& control, QWidget* parent)
+        : ItemsWidget(dialog, control.id(), parent) {
+        QObject::connect(m_widget, &QComboBox::activated, m_widget, [this](int item) { pick(item); });
+    }
+
+protected:
+    void select(int item) override { m_widget->setCurrentIndex(item); }
 };
 
 class GridWidget : public Shown<TableWidget> {

@@ -310,7 +310,8 @@ void TableWidget::keyPressEvent(QKeyEvent* event) {
     event->ignore();
 }
 
-// Tab goes from cell to cell before it goes on to the next control. The same is called for a child that hides.
+// Tab goes from cell to cell before it goes on to the next control. The same is called for a child that
+// hides.
 bool TableWidget::focusNextPrevChild(bool next) {
     if (m_table && hasFocus() && m_table->userKeys(TableKey::kTab, {!next, false})) return true;
     return QAbstractScrollArea::focusNextPrevChild(next);

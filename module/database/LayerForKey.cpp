@@ -7,10 +7,10 @@
 #include "drawing/AcDbLinetypeTable.h"
 #include "editor/aced.h"
 #include "host/vqContext.h"
+#include "system/AsciiCase.h"
 #include "util/DocumentLock.h"
 #include "util/DrawingHelpers.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <memory>
 
@@ -48,11 +48,8 @@ bool unlockLayer(const AcDbLayerTable& layers, const CString& name, AcDbObjectId
 }
 
 // False when the drawing's linetypes cannot be read.
-bool takeLinetype(AcDbDatabase& drawing, AcDbLayerTableRecord& layer, CString name) {
-    std::transform(name.begin(), name.end(), name.begin(), [](unsigned char c) {
-        return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : static_cast<char>(c);
-    });
-    if (name == "CONTINUOUS") return true;
+bool takeLinetype(AcDbDatabase& drawing, AcDbLayerTableRecord& layer, const CString& name) {
+    if (veldrin::asciiEqual(name, "CONTINUOUS")) return true;
     AcDbLinetypeTable* linetypes = nullptr;
     if (drawing.getLinetypeTable(linetypes, AcDb::kForRead) != Acad::eOk) return false;
     AcDbObjectId linetype;

@@ -3,6 +3,7 @@
 #include "drawing/AcDbObject.h"
 #include "host/LispCall.h"
 #include "projects/ProjectFiles.h"
+#include "system/AsciiCase.h"
 
 namespace plumb {
 
@@ -10,13 +11,6 @@ namespace {
 
 constexpr const char* kMarkApplication = "VELDRIN";
 constexpr short kXDataText = 1000;
-
-// A to Z alone, so that a name means the same in every locale.
-CString upperCase(CString text) {
-    for (char& c : text)
-        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-    return text;
-}
 
 bool isText(const resbuf* item) {
     return item && item->restype == kXDataText && item->resval.rstring;
@@ -35,7 +29,7 @@ CString FindDatabaseFile(const CString& folder, const CString& moduleName) {
 }
 
 CString documentMarkKey(const CString& moduleName) {
-    return upperCase(moduleName);
+    return veldrin::asciiUpperCase(moduleName);
 }
 
 CString GetDocumentMark(const AcDbObject& record, const CString& key) {

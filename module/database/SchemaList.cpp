@@ -2,8 +2,8 @@
 
 #include "dao/CDaoTableDef.h"
 #include "dao/ColumnTypes.h"
+#include "system/AsciiCase.h"
 
-#include <algorithm>
 #include <optional>
 
 namespace plumb {
@@ -22,11 +22,9 @@ constexpr TypeWord kTypeWords[] = {
     {"CURRENCY", dbCurrency}, {"DATE", dbDate}, {"MEMO", dbMemo},   {"TEXT", dbText},
 };
 
-std::optional<DaoFieldType> findType(CString word) {
-    std::transform(word.begin(), word.end(), word.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+std::optional<DaoFieldType> findType(const CString& word) {
     for (const TypeWord& type : kTypeWords)
-        if (word == type.word) return type.type;
+        if (veldrin::asciiEqual(word, type.word)) return type.type;
     return {};
 }
 

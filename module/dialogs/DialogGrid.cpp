@@ -1,6 +1,7 @@
 #include "dialogs/DialogGrid.h"
 
 #include "dialogs/DialogFrame.h"
+#include "system/AsciiCase.h"
 #include "ui/CAcUiDialog.h"
 
 #include <algorithm>
@@ -11,12 +12,6 @@ namespace plumb {
 namespace {
 
 constexpr const char* kDuplicateName = "Duplicate names are not allowed.";
-
-bool isSameName(const CString& a, const CString& b) {
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [&](char x, char y) { return lower(x) == lower(y); });
-}
 
 } // namespace
 
@@ -90,7 +85,8 @@ bool DialogGrid::refuse(const CString& message) {
 
 bool DialogGrid::holdsName(int column, const CString& name, int exceptRow, const RowFilter& belongs) const {
     for (int row = 1; row < GetRowCount(); ++row)
-        if (row != exceptRow && (!belongs || belongs(row)) && isSameName(GetItemText(row, column), name))
+        if (row != exceptRow && (!belongs || belongs(row)) &&
+            veldrin::asciiEqual(GetItemText(row, column), name))
             return true;
     return false;
 }

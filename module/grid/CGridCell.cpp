@@ -1,21 +1,8 @@
 #include "grid/CGridCell.h"
 
+#include "system/AsciiCase.h"
+
 namespace plumb {
-
-namespace {
-
-char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool beginsWith(const CString& text, const CString& prefix) {
-    if (text.size() < prefix.size()) return false;
-    for (std::size_t i = 0; i < prefix.size(); ++i)
-        if (lower(text[i]) != lower(prefix[i])) return false;
-    return true;
-}
-
-} // namespace
 
 std::shared_ptr<const CGridCellCombo> CGridCellCombo::fromText(const CString& text) {
     auto list = std::make_shared<CGridCellCombo>();
@@ -32,13 +19,13 @@ std::shared_ptr<const CGridCellCombo> CGridCellCombo::fromText(const CString& te
 
 int CGridCellCombo::find(const CString& text) const {
     for (std::size_t at = 0; at < items.size(); ++at)
-        if (items[at].size() == text.size() && beginsWith(items[at], text)) return static_cast<int>(at);
+        if (veldrin::asciiEqual(items[at], text)) return static_cast<int>(at);
     return -1;
 }
 
 int CGridCellCombo::findPrefix(const CString& text) const {
     for (std::size_t at = 0; at < items.size(); ++at)
-        if (beginsWith(items[at], text)) return static_cast<int>(at);
+        if (veldrin::asciiStartsWith(items[at], text)) return static_cast<int>(at);
     return -1;
 }
 

@@ -1,5 +1,7 @@
 #include "dao/SqlText.h"
 
+#include "system/AsciiCase.h"
+
 #include <algorithm>
 #include <array>
 #include <cctype>
@@ -7,10 +9,6 @@
 namespace veldrin::dao {
 
 namespace {
-
-char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
 
 bool isWordStart(char c) {
     return std::isalpha(static_cast<unsigned char>(c)) || c == '_' || (c & 0x80);
@@ -181,8 +179,7 @@ CString withTextComparison(const CString& sql) {
 } // namespace
 
 bool equalNames(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char x, char y) { return lower(x) == lower(y); });
+    return asciiEqual(a, b);
 }
 
 bool isOneOf(std::string_view name, std::initializer_list<std::string_view> names) {

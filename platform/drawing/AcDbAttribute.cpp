@@ -6,6 +6,7 @@
 #include "drawing/dxf_groups.h"
 #include "drawing/list_lines.h"
 #include "runtime/AcRxMacros.h"
+#include "system/AsciiCase.h"
 
 #include <memory>
 
@@ -20,9 +21,7 @@ TaggedText::~TaggedText() = default;
 Acad::ErrorStatus TaggedText::setTag(const std::string& tag) {
     if (tag.empty() || tag.find(' ') != std::string::npos) return Acad::eInvalidInput;
     assertWriteEnabled();
-    m_tag = tag;
-    for (char& c : m_tag)
-        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+    m_tag = veldrin::asciiUpperCase(tag);
     return Acad::eOk;
 }
 

@@ -1,5 +1,7 @@
 #include "drawing/SymbolNames.h"
 
+#include "system/AsciiCase.h"
+
 #include <algorithm>
 
 namespace veldrin {
@@ -9,20 +11,14 @@ namespace {
 constexpr std::size_t kLongestName = 255;
 constexpr std::string_view kForbidden = "<>/\\\":;?*|,=`";
 
-char upper(char c) {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
-
 } // namespace
 
 std::string symbolKey(std::string_view name) {
-    std::string key(name);
-    std::ranges::transform(key, key.begin(), upper);
-    return key;
+    return asciiUpperCase(name);
 }
 
 bool sameSymbolName(std::string_view a, std::string_view b) {
-    return std::ranges::equal(a, b, {}, upper, upper);
+    return asciiEqual(a, b);
 }
 
 bool isSymbolName(std::string_view name) {

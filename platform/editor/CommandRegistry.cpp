@@ -11,6 +11,7 @@
 #include "lisp/Error.h"
 #include "runtime/CException.h"
 #include "runtime/Host.h"
+#include "system/AsciiCase.h"
 
 #include <algorithm>
 #include <cctype>
@@ -25,9 +26,7 @@ namespace {
 std::string plainName(std::string_view typed) {
     while (!typed.empty() && std::string_view("_.-'").find(typed.front()) != std::string_view::npos)
         typed.remove_prefix(1);
-    std::string name(typed);
-    for (char& c : name) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-    return name;
+    return asciiUpperCase(typed);
 }
 
 std::vector<InputToken> wordsOf(std::string_view line) {

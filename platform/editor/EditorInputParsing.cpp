@@ -5,6 +5,7 @@
 #include "editor/SystemVariables.h"
 #include "lisp/Units.h"
 #include "runtime/Host.h"
+#include "system/AsciiCase.h"
 
 #include <algorithm>
 #include <cctype>
@@ -18,12 +19,6 @@ std::string_view trimmed(std::string_view text) {
     while (!text.empty() && std::isspace(static_cast<unsigned char>(text.front()))) text.remove_prefix(1);
     while (!text.empty() && std::isspace(static_cast<unsigned char>(text.back()))) text.remove_suffix(1);
     return text;
-}
-
-std::string upper(std::string_view text) {
-    std::string result(text);
-    for (char& c : result) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-    return result;
 }
 
 // "length<angle", and "<angle" once more for the elevation angle.
@@ -102,7 +97,7 @@ std::optional<AcGePoint3d> parsePoint(std::string_view text) {
 }
 
 std::string matchKeyword(std::string_view text, std::string_view keywords) {
-    std::string typed = upper(trimmed(text));
+    std::string typed = asciiUpperCase(trimmed(text));
     while (!typed.empty() && (typed.front() == '_' || typed.front() == '.')) typed.erase(0, 1);
     if (typed.empty()) return {};
     std::string found;
@@ -113,13 +108,13 @@ std::string matchKeyword(std::string_view text, std::string_view keywords) {
         const std::size_t comma = entry.find(',');
         const std::string_view word = entry.substr(0, comma);
         if (word.empty()) continue;
-        const std::string whole = upper(word);
+        const std::string whole = asciiUpperCase(word);
         if (typed == whole) return std::string(word);
         if (!found.empty()) continue;
         // The least that must be typed: the capitals, or what stands behind the comma.
         std::string least;
         if (comma != entry.npos)
-            least = upper(entry.substr(comma + 1));
+            least = asciiUpperCase(entry.substr(comma + 1));
         else
             for (const char c : word)
                 if (!std::islower(static_cast<unsigned char>(c))) least += c;

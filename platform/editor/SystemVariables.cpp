@@ -5,6 +5,7 @@
 #include "editor/VariableTable.h"
 #include "lisp/Args.h"
 #include "runtime/Host.h"
+#include "system/AsciiCase.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,13 +14,6 @@
 namespace veldrin {
 
 namespace {
-
-std::string upperCase(std::string_view text) {
-    std::string upper(text);
-    for (char& c : upper)
-        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-    return upper;
-}
 
 Document* currentDocument() {
     return Host::current().documents().current();
@@ -95,7 +89,7 @@ std::span<const VariableRow> variableTable() {
 
 const VariableRow* findVariable(std::string_view name) {
     const std::span<const VariableRow> rows = variableTable();
-    const std::string upper = upperCase(name);
+    const std::string upper = asciiUpperCase(name);
     const auto row = std::lower_bound(rows.begin(), rows.end(), upper,
                                       [](const VariableRow& a, const std::string& b) { return a.name < b; });
     return row != rows.end() && row->name == upper ? &*row : nullptr;
@@ -234,7 +228,7 @@ std::string describeRefusal(std::string_view name, const VariableValue& value,
             return fmt::format("({} {} {})", p.x, p.y, p.z);
         }
     };
-    const std::string head = fmt::format("Variable \"{}\" rejected", upperCase(name));
+    const std::string head = fmt::format("Variable \"{}\" rejected", asciiUpperCase(name));
     const std::string shown = std::visit(Show{}, value);
     switch (result) {
     case Result::Unknown: return head + ": there is no such variable";

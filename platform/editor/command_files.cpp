@@ -5,9 +5,9 @@
 #include "editor/command_support.h"
 #include "editor/command_tables.h"
 #include "runtime/Host.h"
+#include "system/AsciiCase.h"
 
 #include <algorithm>
-#include <cctype>
 #include <filesystem>
 #include <fmt/format.h>
 
@@ -51,8 +51,8 @@ Task<void> closeCommand(CommandContext& context) {
 }
 
 // A format may stand before the name. There is one kind of drawing file, whatever is asked for.
-bool isFormat(std::string text) {
-    for (char& c : text) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+bool isFormat(std::string_view word) {
+    const std::string text = asciiUpperCase(word);
     static constexpr std::string_view formats[] = {"",     "NATIVE", "VQD",  "R14",  "R2000", "2000",
                                                    "2004", "2007",   "2010", "2013", "R2018", "2018"};
     return std::find(std::begin(formats), std::end(formats), text) != std::end(formats);

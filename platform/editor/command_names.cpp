@@ -3,21 +3,15 @@
 #include "drawing/AcDbSymbolTable.h"
 #include "drawing/AcGiPalette.h"
 #include "lisp/WildMatch.h"
+#include "system/AsciiCase.h"
 
 #include <algorithm>
-#include <cctype>
 #include <charconv>
 #include <cmath>
 
 namespace veldrin {
 
 namespace {
-
-std::string upper(std::string_view text) {
-    std::string result(text);
-    for (char& c : result) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-    return result;
-}
 
 std::optional<int> wholeNumber(std::string_view text) {
     int value = 0;
@@ -57,16 +51,16 @@ std::vector<AcDbObjectId> recordsMatching(AcDbObjectId tableId, std::string_view
     std::vector<AcDbObjectId> found;
     const AcDbObjectPointer<AcDbSymbolTable> table(tableId);
     if (!table) return found;
-    const std::string wanted = upper(patterns);
+    const std::string wanted = asciiUpperCase(patterns);
     for (const AcDbObjectId id : table->recordIds()) {
         const AcDbObjectPointer<AcDbSymbolTableRecord> record(id);
-        if (record && lisp::wildMatch(upper(record->getName()), wanted)) found.push_back(id);
+        if (record && lisp::wildMatch(asciiUpperCase(record->getName()), wanted)) found.push_back(id);
     }
     return found;
 }
 
 std::optional<AcCmColor> parseColor(std::string_view text) {
-    const std::string name = upper(text);
+    const std::string name = asciiUpperCase(text);
     if (name == "BYLAYER") return AcCmColor(AcCmColor::kByLayer);
     for (std::int16_t i = 0; i < 8; ++i)
         if (name == colorNames[i]) return AcCmColor(i);
@@ -90,7 +84,7 @@ std::optional<AcCmColor> parseTrueColor(std::string_view text) {
 }
 
 std::optional<AcDb::LineWeight> parseLineWeight(std::string_view text) {
-    if (upper(text) == "DEFAULT") return AcDb::kLnWtByLwDefault;
+    if (asciiUpperCase(text) == "DEFAULT") return AcDb::kLnWtByLwDefault;
     double millimetres = 0.0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), millimetres);
     if (error != std::errc() || end != text.data() + text.size() ||

@@ -3,6 +3,7 @@
 #include "drawing/AcDbLinetypeTable.h"
 #include "editor/command_names.h"
 #include "lisp/WildMatch.h"
+#include "system/AsciiCase.h"
 
 #include <cctype>
 #include <vector>
@@ -65,8 +66,7 @@ AcDbObjectId findOrLoadLinetype(AcDbDatabase& database, const std::string& name)
 }
 
 int loadLinetypes(AcDbDatabase& database, std::string_view patterns) {
-    std::string wanted(patterns);
-    for (char& c : wanted) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    const std::string wanted = asciiUpperCase(patterns);
     int loaded = 0;
     for (const StandardLinetype& type : standardLinetypes())
         for (const Size& size : sizes) {

@@ -3,6 +3,7 @@
 #include "drawing/AcDbLinetypeTable.h"
 #include "drawing/AcDbTextStyleTable.h"
 #include "editor/VariableTable.h"
+#include "system/AsciiCase.h"
 
 #include <algorithm>
 #include <charconv>
@@ -103,9 +104,7 @@ bool readNumber(std::string_view text, int& number) {
 Result setColor(HeaderVariables& header, const VariableValue& value, AcDbDatabase&) {
     constexpr const char* kNames[] = {"BYBLOCK", "RED",  "YELLOW",  "GREEN",
                                       "CYAN",    "BLUE", "MAGENTA", "WHITE"};
-    std::string text = std::get<std::string>(value);
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
+    const std::string text = asciiUpperCase(std::get<std::string>(value));
     if (text == "BYLAYER") {
         header.cecolor = AcCmColor(AcCmColor::kByLayer);
         return Result::Ok;

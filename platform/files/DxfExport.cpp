@@ -3,15 +3,15 @@
 #include "files/DxfDrawingWriter.h"
 #include "files/FileReplacement.h"
 #include "files/drawing_file_checks.h"
+#include "system/AsciiCase.h"
 
 #include <algorithm>
-#include <cctype>
 #include <fmt/format.h>
 
 namespace veldrin {
 
 std::optional<DxfVersion> dxfVersionNamed(std::string text) {
-    for (char& c : text) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    text = asciiUpperCase(text);
     if (text.starts_with('R') && text.size() == 5) text.erase(0, 1);
     for (const char* name : {"2000", "AC1015", "2004", "AC1018", "2007", "AC1021", "2010", "AC1024"})
         if (text == name) return DxfVersion::kR2000;

@@ -3,6 +3,7 @@
 #include "drawing/UndoLog.h"
 #include "files/DxfDrawingReader.h"
 #include "files/drawing_file_checks.h"
+#include "system/AsciiCase.h"
 
 #include <fcntl.h>
 #include <sys/mman.h>
@@ -77,10 +78,7 @@ std::vector<std::string> DxfImportReport::lines() const {
 }
 
 bool isExchangeFile(const std::string& path) {
-    std::string ending = std::filesystem::path(path).extension().string();
-    for (char& c : ending)
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    return ending == ".dxf";
+    return asciiEqual(std::filesystem::path(path).extension().string(), ".dxf");
 }
 
 std::variant<std::unique_ptr<AcDbDatabase>, std::string>

@@ -1,5 +1,7 @@
 #include "files/dxf_texts.h"
 
+#include "system/AsciiCase.h"
+
 #include <fmt/format.h>
 #include <iconv.h>
 
@@ -141,8 +143,7 @@ void appendAnsi(char32_t c, std::string& out) {
 
 // What the library that converts calls a code page.
 std::string converterName(std::string_view codePage) {
-    std::string name(codePage);
-    for (char& c : name) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    const std::string name = asciiUpperCase(codePage);
     if (name.starts_with("ANSI_")) return "CP" + name.substr(5);
     if (name.starts_with("DOS")) return "CP" + name.substr(3);
     if (name == "ASCII") return "CP1252";

@@ -1,5 +1,7 @@
 #include "graphics/plot_file.h"
 
+#include "system/AsciiCase.h"
+
 #include <cairo-pdf.h>
 #include <cairo-svg.h>
 
@@ -78,9 +80,7 @@ void steadyNames(std::string& svg) {
 } // namespace
 
 std::optional<PlotFormat> plotFormat(const std::string& path) {
-    std::string ending = std::filesystem::path(path).extension().string();
-    std::transform(ending.begin(), ending.end(), ending.begin(),
-                   [](char c) { return static_cast<char>(std::tolower(static_cast<unsigned char>(c))); });
+    const std::string ending = asciiLowerCase(std::filesystem::path(path).extension().string());
     if (ending == ".svg") return PlotFormat::kSvg;
     if (ending == ".pdf") return PlotFormat::kPdf;
     if (ending == ".png") return PlotFormat::kPng;

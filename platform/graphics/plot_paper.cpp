@@ -1,5 +1,7 @@
 #include "graphics/plot_paper.h"
 
+#include "system/AsciiCase.h"
+
 #include <algorithm>
 #include <array>
 #include <cctype>
@@ -45,7 +47,7 @@ std::string key(const std::string& text) {
     std::string out;
     for (const char c : text)
         if (!std::isspace(static_cast<unsigned char>(c)) && c != '-' && c != '_')
-            out += static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+            out += veldrin::asciiUpper(c);
     return out;
 }
 

@@ -1,5 +1,7 @@
 #include "projects/ProjectFiles.h"
 
+#include "system/AsciiCase.h"
+
 #include <fmt/format.h>
 
 #include <filesystem>
@@ -17,14 +19,6 @@ constexpr const char* kDamagedEnding = ".damaged";
 
 ProjectDatabaseSource databaseSource = nullptr;
 
-// A to Z alone, so that a name means the same in every locale.
-std::string upperCase(std::string_view text) {
-    std::string upper(text);
-    for (char& c : upper)
-        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-    return upper;
-}
-
 bool isCandidate(const std::string& upperName, const std::string& module, const std::string& ending) {
     if (upperName.size() < module.size() + ending.size() || !upperName.ends_with(ending)) return false;
     const auto at = upperName.find(module);
@@ -37,13 +31,13 @@ bool isCandidate(const std::string& upperName, const std::string& module, const 
 
 std::vector<std::string> projectFilesIn(const std::string& folder, std::string_view moduleName,
                                         std::string_view extension) {
-    const std::string module = upperCase(moduleName);
-    const std::string ending = "." + upperCase(extension);
+    const std::string module = asciiUpperCase(moduleName);
+    const std::string ending = "." + asciiUpperCase(extension);
     std::vector<std::string> found;
     std::error_code error;
     for (fs::directory_iterator file(folder, error), end; !error && file != end; file.increment(error)) {
         std::error_code unreadable;
-        if (isCandidate(upperCase(file->path().filename().string()), module, ending) &&
+        if (isCandidate(asciiUpperCase(file->path().filename().string()), module, ending) &&
             !file->is_directory(unreadable))
             found.push_back(file->path().string());
     }
@@ -51,7 +45,7 @@ std::vector<std::string> projectFilesIn(const std::string& folder, std::string_v
 }
 
 bool looksLikeProject(std::string_view path) {
-    const std::string name = upperCase(fs::path(path).filename().string());
+    const std::string name = asciiUpperCase(fs::path(path).filename().string());
     return name.ends_with(".VQ") || name.ends_with(".MDB") || name.find(".VQ.DAMAGED") != std::string::npos;
 }
 

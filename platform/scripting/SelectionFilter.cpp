@@ -10,6 +10,7 @@
 #include "runtime/AcRxClass.h"
 #include "scripting/drawing_values.h"
 #include "scripting/entity_lists.h"
+#include "system/AsciiCase.h"
 
 #include <algorithm>
 #include <cmath>
@@ -25,7 +26,7 @@ using lisp::Value;
 constexpr double kSameNumber = 1.0e-8;
 
 bool matchesText(std::string_view text, std::string_view pattern) {
-    return lisp::wildMatch(upperCase(text), upperCase(pattern));
+    return lisp::wildMatch(asciiUpperCase(text), asciiUpperCase(pattern));
 }
 
 // An entity under test; its list is made when a group asks for it.
@@ -191,7 +192,7 @@ void parse(Node& node, const Value*& rest, const Bracket* bracket, int depth) {
             continue;
         }
         if (!item.cdr().isText()) refuse(item);
-        const std::string text = upperCase(item.cdr().asText());
+        const std::string text = asciiUpperCase(item.cdr().asText());
         if (bracket && text == bracket->close) return;
         const auto* open = std::ranges::find_if(brackets, [&](const Bracket& b) { return text == b.open; });
         if (open == std::end(brackets)) {

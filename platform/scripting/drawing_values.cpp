@@ -3,8 +3,8 @@
 #include "drawing/acdb.h"
 #include "editor/CommandRegistry.h"
 #include "runtime/Host.h"
+#include "system/AsciiCase.h"
 
-#include <cctype>
 
 namespace veldrin::scripting {
 
@@ -89,12 +89,6 @@ SelectionSet& selectionSetOf(Args args, std::size_t i) {
 Value selectionSetValue(const std::vector<AcDbObjectId>& ids) {
     if (ids.empty()) return {};
     return Value::pickSet(Host::current().commands().selectionSets().make(ids));
-}
-
-std::string upperCase(std::string_view text) {
-    std::string result(text);
-    for (char& c : result) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-    return result;
 }
 
 } // namespace veldrin::scripting

@@ -43,6 +43,4 @@ lisp::Value statusValue(Acad::ErrorStatus status);
 SelectionSet& selectionSetOf(lisp::Args args, std::size_t i);
 lisp::Value selectionSetValue(const std::vector<AcDbObjectId>& ids); // nil when empty
 
-std::string upperCase(std::string_view text);
-
 } // namespace veldrin::scripting

@@ -4,6 +4,7 @@
 #include "runtime/AcRxClass.h"
 #include "scripting/drawing_values.h"
 #include "scripting/tables.h"
+#include "system/AsciiCase.h"
 
 #include <fmt/format.h>
 
@@ -133,7 +134,7 @@ Value intersectWith(Args args) {
 }
 
 Value invoke(Engine&, Args args) {
-    const std::string method = upperCase(args[1].isSymbol() ? args[1].asSymbol()->name : args.text(1));
+    const std::string method = asciiUpperCase(args[1].isSymbol() ? args[1].asSymbol()->name : args.text(1));
     if (method != "INTERSECTWITH") throw Error("unknown method: " + method);
     if (args.size() < 3) throw Error::tooFewArguments();
     return intersectWith(args);

@@ -6,6 +6,7 @@
 #include "runtime/Host.h"
 #include "scripting/drawing_values.h"
 #include "scripting/tables.h"
+#include "system/AsciiCase.h"
 
 #include <limits>
 
@@ -93,7 +94,7 @@ constexpr SnapName snapNames[] = {
 
 // A mode by its first three letters, prefixes left out; false for an unknown one.
 bool snapMode(std::string_view text, AcDb::OsnapMode& mode) {
-    std::string name = upperCase(text);
+    std::string name = asciiUpperCase(text);
     name.erase(0, std::min(name.find_first_not_of("_ "), name.size()));
     for (const SnapName& row : snapNames)
         if (name.compare(0, 3, row.name) == 0) {

@@ -3,6 +3,7 @@
 
 #include "scripting/headless.h"
 #include "scripting/tables.h"
+#include "system/AsciiCase.h"
 #include "ui/CAcUiDialog.h"
 #include "ui/DialogKeys.h"
 #include "ui/UiTable.h"
@@ -199,9 +200,7 @@ Value key(Engine&, Args args) {
         {"RIGHT", TableKey::kRight},   {"HOME", TableKey::kHome},           {"END", TableKey::kEnd},
         {"PAGEUP", TableKey::kPageUp}, {"PAGEDOWN", TableKey::kPageDown},   {"DELETE", TableKey::kDelete},
         {"SPACE", TableKey::kSpace},   {"BACKSPACE", TableKey::kBackspace}, {"F2", TableKey::kF2}};
-    std::string wanted = args.string(0);
-    for (char& c : wanted)
-        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+    const std::string wanted = asciiUpperCase(args.string(0));
     for (const Name& row : kNames)
         if (wanted == row.name) return Value::boolean(pressDialogKey(openDialog(), row.key));
     throw Error("there is no key of that name: " + args.string(0));

@@ -7,6 +7,7 @@
 #include "scripting/SelectionFilter.h"
 #include "scripting/drawing_values.h"
 #include "scripting/tables.h"
+#include "system/AsciiCase.h"
 
 #include <algorithm>
 
@@ -35,7 +36,7 @@ struct Mode {
 
 Mode modeOf(std::string_view text) {
     Mode mode;
-    std::string rest = upperCase(text);
+    std::string rest = asciiUpperCase(text);
     std::erase_if(rest, [](char c) { return c == '_' || c == '+' || c == '.' || c == '-'; });
     while (!rest.empty()) {
         const std::size_t mark = rest.rfind(':');

@@ -6,6 +6,7 @@
 #include "scripting/drawing_values.h"
 #include "scripting/entity_lists.h"
 #include "scripting/tables.h"
+#include "system/AsciiCase.h"
 
 #include <algorithm>
 #include <map>
@@ -28,7 +29,7 @@ constexpr std::string_view emptyTables[] = {"VIEW", "UCS", "VPORT", "DIMSTYLE"};
 // Null for the kinds of records of which drawings have none here.
 AcDbObjectId tableNamed(Args args, std::size_t i) {
     const AcDbDatabase& database = currentDatabase();
-    const std::string name = upperCase(args.text(i));
+    const std::string name = asciiUpperCase(args.text(i));
     if (name == "LAYER") return database.layerTableId();
     if (name == "LTYPE") return database.linetypeTableId();
     if (name == "STYLE") return database.textStyleTableId();
@@ -87,7 +88,7 @@ Value tblnext(Walk& walk, Args args) {
     const AcDbObjectId tableId = tableNamed(args, 0);
     const AcDbObjectPointer<AcDbSymbolTable> table(tableId);
     if (!table) return {};
-    AcDbObjectId& last = walk[upperCase(args.text(0))];
+    AcDbObjectId& last = walk[asciiUpperCase(args.text(0))];
     if (args.has(1) || last.database() != tableId.database()) last.setNull();
     const std::vector<AcDbObjectId> ids = table->recordIds();
     auto next = last.isNull() ? ids.begin() : std::ranges::find(ids, last);
@@ -104,7 +105,7 @@ Value tblsearch(Walk& walk, Args args) {
     const AcDbObjectId table = tableNamed(args, 0);
     const AcDbObjectId record = table.isNull() ? AcDbObjectId() : recordNamed(table, args.string(1));
     if (record.isNull()) return {};
-    if (args.has(2)) walk[upperCase(args.text(0))] = record;
+    if (args.has(2)) walk[asciiUpperCase(args.text(0))] = record;
     return recordData(record);
 }
 

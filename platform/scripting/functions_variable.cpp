@@ -6,6 +6,7 @@
 #include "scripting/drawing_values.h"
 #include "scripting/entity_lists.h"
 #include "scripting/tables.h"
+#include "system/AsciiCase.h"
 
 namespace veldrin::scripting {
 
@@ -31,7 +32,7 @@ Value setvar(Engine&, Args args) {
     SystemVariables& variables = Host::current().variables();
     const UndoStep step("setvar");
     if (variables.setLisp(name, args[1]) != SystemVariables::Result::Ok)
-        throw Error("system variable setting rejected: \"" + upperCase(name) + "\" " +
+        throw Error("system variable setting rejected: \"" + asciiUpperCase(name) + "\" " +
                     lisp::prin1Text(args[1]));
     return args[1];
 }

@@ -7,6 +7,7 @@
 #include "scripting/drawing_values.h"
 #include "scripting/entity_lists.h"
 #include "scripting/tables.h"
+#include "system/AsciiCase.h"
 
 #include <memory>
 
@@ -127,7 +128,7 @@ Value make(EntitySequence& sequence, Args args, bool givesName) {
     AcDbDatabase& database = currentDatabase();
     const UndoStep step("entmake");
     sequence.enter(database);
-    const Result result = makeOne(sequence, database, upperCase(type->asText()), list);
+    const Result result = makeOne(sequence, database, asciiUpperCase(type->asText()), list);
     if (!result.ok) return {};
     if (givesName && !result.id.isNull()) return enameOf(result.id);
     return result.blockName.empty() ? list : Value::text(result.blockName);

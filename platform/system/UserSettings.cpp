@@ -1,5 +1,7 @@
 #include "system/UserSettings.h"
 
+#include "system/AsciiCase.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
@@ -16,10 +18,6 @@ namespace fs = std::filesystem;
 namespace veldrin {
 
 namespace {
-
-char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
 
 fs::path settingsFile() {
     if (const char* folder = std::getenv("XDG_CONFIG_HOME"); folder && *folder == '/')
@@ -113,8 +111,7 @@ bool writeWhole(const fs::path& file, const std::string& text) {
 } // namespace
 
 bool UserSettings::Less::operator()(const std::string& a, const std::string& b) const {
-    return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),
-                                        [](char x, char y) { return lower(x) < lower(y); });
+    return asciiLess(a, b);
 }
 
 UserSettings::UserSettings() : UserSettings(settingsFile()) {}
@@ -219,9 +216,7 @@ std::vector<std::string> UserSettings::subkeys(std::string_view key) const {
     const std::string above = normalKey(key) + (key.empty() ? "" : "\\");
     std::vector<std::string> names;
     for (const auto& [candidate, values] : m_keys) {
-        const bool isBelow = candidate.size() > above.size() &&
-                             std::equal(above.begin(), above.end(), candidate.begin(),
-                                        [](char a, char b) { return lower(a) == lower(b); });
+        const bool isBelow = candidate.size() > above.size() && asciiStartsWith(candidate, above);
         if (isBelow && candidate.find('\\', above.size()) == std::string::npos)
             names.push_back(candidate.substr(above.size()));
     }

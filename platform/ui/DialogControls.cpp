@@ -1,21 +1,9 @@
 #include "ui/DialogControls.h"
 
+#include "system/AsciiCase.h"
 #include "ui/CAcUiDialog.h"
 
 #include <algorithm>
-
-namespace {
-
-char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool comesBefore(const CString& a, const CString& b) {
-    return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),
-                                        [](char x, char y) { return lower(x) < lower(y); });
-}
-
-} // namespace
 
 DialogControl::DialogControl(CAcUiDialog& dialog, const ControlTemplate& form)
     : m_text(form.caption), m_dialog(dialog), m_form(form), m_isEnabled((form.flags & kDisabled) == 0) {}
@@ -65,7 +53,7 @@ int ListControl::AddString(const CString& text, int data) {
     if (form().flags & kSortedItems) {
         const auto place =
             std::upper_bound(m_items.begin(), m_items.end(), text,
-                             [](const CString& t, const Item& i) { return comesBefore(t, i.text); });
+                             [](const CString& t, const Item& i) { return veldrin::asciiLess(t, i.text); });
         at = static_cast<int>(place - m_items.begin());
     }
     return InsertString(at, text, data);
@@ -109,16 +97,14 @@ void ListControl::SetItemData(int at, int data) {
 
 int ListControl::FindStringExact(const CString& text) const {
     for (int at = 0; at < GetCount(); ++at) {
-        const CString& item = m_items[static_cast<std::size_t>(at)].text;
-        if (!comesBefore(item, text) && !comesBefore(text, item)) return at;
+        if (veldrin::asciiEqual(m_items[static_cast<std::size_t>(at)].text, text)) return at;
     }
     return kNone;
 }
 
 int ListControl::FindStringPrefix(const CString& start) const {
     for (int at = 0; at < GetCount(); ++at) {
-        const CString begin = m_items[static_cast<std::size_t>(at)].text.substr(0, start.size());
-        if (!comesBefore(begin, start) && !comesBefore(start, begin)) return at;
+        if (veldrin::asciiStartsWith(m_items[static_cast<std::size_t>(at)].text, start)) return at;
     }
     return kNone;
 }
