@@ -109,6 +109,7 @@ void CGridCtrl::eraseRows(int first, int end) {
     follow(m_anchor);
     if (m_anchor == veldrin::kNoCell) m_anchor = m_focus;
     if (m_editor) follow(m_editor->cell);
+    if (m_editor && !has(m_editor->cell)) dropEditor();
     shapeChanged();
 }
 
