@@ -5,7 +5,6 @@
 #include "runtime/Host.h"
 #include "system/AsciiCase.h"
 
-
 namespace veldrin::scripting {
 
 using lisp::Args;

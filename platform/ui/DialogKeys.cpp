@@ -107,20 +107,27 @@ bool tab(CAcUiDialog& dialog, int step) {
     return false;
 }
 
+// The item that a key leads to; kNone for other keys.
+int itemBy(const ListControl& list, TableKey key) {
+    const int last = list.GetCount() - 1;
+    switch (key) {
+    case TableKey::kUp: return std::min(std::max(list.GetCurSel() - 1, 0), last);
+    case TableKey::kDown: return std::min(list.GetCurSel() + 1, last);
+    case TableKey::kHome: return std::min(0, last);
+    case TableKey::kEnd: return last;
+    default: return ListControl::kNone;
+    }
+}
+
 bool keyForControl(CAcUiDialog& dialog, DialogControl& control, TableKey key) {
     if (auto* edit = dynamic_cast<EditControl*>(&control)) {
         TypedText typed = typedIn(*edit);
         return editBy(typed, key) && store(dialog, *edit, typed);
     }
     if (const auto* list = dynamic_cast<ListControl*>(&control)) {
-        const int last = list->GetCount() - 1;
-        switch (key) {
-        case TableKey::kUp: return dialog.userSelects(control.id(), std::max(list->GetCurSel() - 1, 0));
-        case TableKey::kDown: return dialog.userSelects(control.id(), std::min(list->GetCurSel() + 1, last));
-        case TableKey::kHome: return dialog.userSelects(control.id(), 0);
-        case TableKey::kEnd: return dialog.userSelects(control.id(), last);
-        default: return false;
-        }
+        const int item = itemBy(*list, key);
+        if (item == ListControl::kNone) return false;
+        return item == list->GetCurSel() || dialog.userSelects(control.id(), item);
     }
     const bool isPressed =
         key == TableKey::kSpace || (key == TableKey::kReturn && control.kind() == ControlKind::kButton);

@@ -1,5 +1,7 @@
 #include "runtime/Host.h"
 #include "ui/CAcUiDialog.h"
+#include "ui/DialogKeys.h"
+#include "ui/DialogLayout.h"
 #include "ui/UiBackend.h"
 
 #include <gtest/gtest.h>
@@ -144,4 +146,45 @@ TEST_F(Dialogs, ListsKeepTheirOrderTheirDataAndTheirSelection) {
         EXPECT_EQ(kinds.GetWindowText() + kinds.GetText(-1), "");
     });
     things.DoModal();
+}
+
+TEST_F(Dialogs, KeysActOnTheControlWithTheFocus) {
+    using Key = veldrin::TableKey;
+    next([this](CAcUiDialog& dialog) {
+        auto& name = *dynamic_cast<EditControl*>(dialog.control(kName));
+        EXPECT_EQ(dialog.focus(), kName) << "the first control that takes it";
+        const auto press = [&](std::initializer_list<Key> keys) {
+            for (const Key key : keys) pressDialogKey(dialog, key);
+        };
+        name.SetSel(0, 255);
+        typeIntoDialog(dialog, "H\u00F6he");
+        EXPECT_EQ(name.GetWindowText(), "H\u00F6he") << "what is typed replaces what is selected";
+        press({Key::kLeft, Key::kLeft, Key::kBackspace, Key::kDelete});
+        typeIntoDialog(dialog, "os");
+        EXPECT_EQ(name.GetWindowText(), "Hose");
+        press({Key::kHome, Key::kDelete, Key::kEnd, Key::kSpace});
+        EXPECT_EQ(name.GetWindowText(), "ose ");
+        press({Key::kTab, Key::kSpace});
+        EXPECT_EQ(dialog.focus(), kOn);
+        press({Key::kTab, Key::kDown, Key::kDown, Key::kEnd, Key::kUp});
+        EXPECT_EQ(told,
+                  "name H\u00F6he;name Hhe;name He;name Hose;name ose;name ose ;on;kind 2;kind 3;kind 2;");
+    });
+    things.DoModal();
+}
+
+TEST(DialogLayout, GrowsWithItsFontAndItsWindow) {
+    static constexpr ControlTemplate kSome[] = {{ControlKind::kList, 1, "", 8, 8, 80, 40},
+                                                {ControlKind::kButton, 2, "", 40, 60, 40, 14}};
+    static constexpr DialogTemplate kSmall{1, "", 100, 80, kSome};
+    constexpr ControlResize kRules[] = {{1, kStretchBoth, 100}, {2, kMoveAcross, 50}, {2, kMoveDown, 100}};
+    const DialogBaseUnits units{6, 16};
+    EXPECT_EQ(dialogSize(kSmall, units), (DialogRect{0, 0, 150, 160}));
+    auto places = layoutDialog(kSmall, kRules, units, 0, 0);
+    EXPECT_EQ(places[0], (DialogRect{12, 16, 120, 80}));
+    EXPECT_EQ(places[1], (DialogRect{60, 120, 60, 28}));
+    places = layoutDialog(kSmall, kRules, units, 31, 10);
+    EXPECT_EQ(places[0], (DialogRect{12, 16, 151, 90}));
+    EXPECT_EQ(places[1], (DialogRect{75, 130, 60, 28}));
+    EXPECT_EQ(layoutDialog(kSmall, kRules, units, -50, -50), layoutDialog(kSmall, {}, units, 0, 0));
 }
