@@ -32,8 +32,8 @@
 ;; Inches as the dialogs show them: 66.25 is 5-6.25, -18 is -1-6.
 (defun plumb-feet-text (inches / size feet)
   (setq size (abs (float inches))
-        feet (/ (fix size) 12))
-  (strcat (if (minusp inches) "-" "") (itoa feet) "-" (plumb-decimal-text (- size (* 12.0 feet)) 4)))
+        feet (fix (/ (fix size) 12)))
+  (strcat (if (minusp inches) "-" "") (rtos feet 2 0) "-" (plumb-decimal-text (- size (* 12.0 feet)) 4)))
 
 ;; With every OLD replaced.
 (defun plumb-text-replace (new old text / from at)

@@ -27,17 +27,6 @@ std::unique_ptr<QApplication> makeApplication() {
     return application;
 }
 
-class CountedWindow {
-public:
-    explicit CountedWindow(int& count) : m_count(++count) {}
-    ~CountedWindow() { --m_count; }
-    CountedWindow(const CountedWindow&) = delete;
-    CountedWindow& operator=(const CountedWindow&) = delete;
-
-private:
-    int& m_count;
-};
-
 QMessageBox::Icon iconOf(MessageIcon icon) {
     switch (icon) {
     case MessageIcon::kStop: return QMessageBox::Critical;
@@ -73,7 +62,7 @@ WindowUi::WindowUi() : m_application(makeApplication()) {
 WindowUi::~WindowUi() = default;
 
 std::string WindowUi::showMessage(const MessageWindow& window) {
-    const CountedWindow open(m_openWindows);
+    const OpenWindow open(*this);
     QMessageBox box(QApplication::activeWindow());
     box.setWindowTitle(toQt(window.caption));
     box.setTextFormat(Qt::PlainText);
@@ -91,7 +80,7 @@ std::string WindowUi::showMessage(const MessageWindow& window) {
 }
 
 std::optional<std::string> WindowUi::showFile(const FileWindow& window) {
-    const CountedWindow open(m_openWindows);
+    const OpenWindow open(*this);
     QWidget* parent = QApplication::activeWindow();
     const QString caption = toQt(window.caption);
     const QString proposal = toQt(window.proposal);
@@ -103,7 +92,6 @@ std::optional<std::string> WindowUi::showFile(const FileWindow& window) {
 }
 
 bool WindowUi::showDialog(CAcUiDialog& dialog) {
-    const CountedWindow open(m_openWindows);
     DialogWindow window(dialog, QApplication::activeWindow());
     window.run();
     return true;

@@ -20,11 +20,9 @@ public:
     std::optional<std::string> showFile(const veldrin::FileWindow& window) override;
     bool showDialog(CAcUiDialog& dialog) override;
     int textWidth(std::string_view text, bool isBold) const override;
-    int openWindows() const override { return m_openWindows; }
 
 private:
     std::unique_ptr<QApplication> m_application;
     std::unique_ptr<QFontMetrics> m_plain;
     std::unique_ptr<QFontMetrics> m_bold;
-    int m_openWindows = 0;
 };

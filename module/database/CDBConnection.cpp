@@ -16,6 +16,11 @@ CDBConnection::~CDBConnection() {
 void CDBConnection::record(const CDaoException& error) {
     m_hasError = true;
     m_lastError = error.errorInfo();
+    spoilStore(error);
+}
+
+void CDBConnection::spoilStore(const CDaoException& error) {
+    if (m_isStoring && !m_storeFailure) m_storeFailure = error.errorInfo();
 }
 
 void CDBConnection::GetLastError(int& code, CString& description) const {
@@ -319,7 +324,7 @@ bool CDBConnection::ExecuteCount(const CString& sql, int& count) {
     clearError();
     count = 0;
     if (!IsOpen()) return true;
-    return CanUpdate() && attempt([&] { count = static_cast<int>(m_database.Execute(sql)); });
+    return mayWrite() && attempt([&] { count = static_cast<int>(m_database.Execute(sql)); });
 }
 
 bool CDBConnection::SelectQuery(const CString& query, const FieldArray& parameters, RowArray& rows) {

@@ -7,6 +7,7 @@
 #include <functional>
 #include <initializer_list>
 #include <memory>
+#include <optional>
 #include <span>
 
 namespace plumb {
@@ -92,6 +93,10 @@ public:
     bool EditRecord(const FieldArray& fields, FieldArray* record = nullptr);
     bool DeleteRecord();
 
+    // Runs what writes, and stores all of it, or nothing when an operation in it fails: what comes behind
+    // that one writes nothing either, and false has its error as the last one. Closed: runs it, true.
+    bool StoreTogether(const std::function<void()>& write);
+
     // SQL. Select clears the rows first; without a result they stay empty, and that is true. Closed: false.
     bool Select(const CString& sql, RowArray& rows);
     bool Execute(const CString& sql);                                                     // closed: true
@@ -121,7 +126,8 @@ private:
 
     void clearError() { m_hasError = false; }
     void record(const CDaoException& error);
-    bool hasTable(); // the database and the current table are open
+    void spoilStore(const CDaoException& error); // nothing of a StoreTogether that runs is to stay
+    bool hasTable();                             // the database and the current table are open
     // Runs what may throw; a failure is recorded and false.
     template<class Operation>
     bool attempt(Operation&& operation) {
@@ -135,9 +141,12 @@ private:
     }
     bool give(FieldArray* record);
     // Runs a writing operation until it succeeds, fails for good, or has met too many locks.
+    bool mayWrite() const { return CanUpdate() && !m_storeFailure; }
     enum class Write { kDone, kRefused };
     enum class OnFailure { kRecord, kStaySilent }; // of failures that are no locks
-    bool writeWithRetry(const std::function<Write()>& operation, OnFailure onFailure);
+    bool writeWithRetry(const std::function<Write()>& operation, OnFailure onFailure); // on the current table
+    bool retried(const std::function<Write()>& operation, OnFailure onFailure);
+    void endStore();
     Write finishWrite(CDaoRecordset& table, const FieldArray& fields);
     bool setFields(CDaoRecordset& table, const FieldArray& fields);
     void fillDefaults(CDaoRecordset& table);
@@ -146,6 +155,8 @@ private:
     Tables m_tables;
     CDaoErrorInfo m_lastError;
     bool m_hasError = false;
+    bool m_isStoring = false;                    // a StoreTogether runs
+    std::optional<CDaoErrorInfo> m_storeFailure; // the first one in it
 };
 
 // Gives Lisp nil for the running call and tells the user of the connection's error. False without one.

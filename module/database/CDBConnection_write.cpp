@@ -41,7 +41,11 @@ void pauseBeforeRetry() {
 
 bool CDBConnection::writeWithRetry(const std::function<Write()>& operation, OnFailure onFailure) {
     clearError();
-    if (!hasTable() || !CanUpdate()) return false;
+    if (!hasTable() || !mayWrite()) return false;
+    return retried(operation, onFailure);
+}
+
+bool CDBConnection::retried(const std::function<Write()>& operation, OnFailure onFailure) {
     for (int attempt = 1;; ++attempt) {
         try {
             return operation() == Write::kDone;
@@ -51,6 +55,7 @@ bool CDBConnection::writeWithRetry(const std::function<Write()>& operation, OnFa
                 pauseBeforeRetry();
                 continue;
             }
+            spoilStore(error);
             if (again || onFailure == OnFailure::kRecord) record(error);
             return false;
         }
@@ -66,7 +71,8 @@ bool CDBConnection::setFields(CDaoRecordset& table, const FieldArray& fields) {
             if (info.m_lAttributes == dbAutoIncrField) continue;
             const bool becomesText = field.value.vt() == VT_BSTR && isText(info);
             table.SetFieldValue(field.name, becomesText ? storedText(info, field.value.text()) : field.value);
-        } catch (const CDaoException&) {
+        } catch (const CDaoException& error) {
+            spoilStore(error);
             acutPrintf("\nAppend error: %s", field.name.c_str());
             return false;
         }
@@ -123,6 +129,41 @@ bool CDBConnection::DeleteRecord() {
             return Write::kDone;
         },
         OnFailure::kStaySilent);
+}
+
+bool CDBConnection::StoreTogether(const std::function<void()>& write) {
+    clearError();
+    if (!IsOpen() || m_isStoring) {
+        write();
+        return true;
+    }
+    const auto begin = [&] {
+        m_database.BeginTrans(true);
+        return Write::kDone;
+    };
+    if (!retried(begin, OnFailure::kRecord)) return false;
+    m_storeFailure.reset();
+    m_isStoring = true;
+    try {
+        write();
+    } catch (...) {
+        endStore();
+        throw;
+    }
+    if (!m_storeFailure) attempt([&] { m_database.CommitTrans(); });
+    const std::optional<CDaoErrorInfo> failure = std::move(m_storeFailure);
+    endStore();
+    if (!failure) return true;
+    m_hasError = true;
+    m_lastError = *failure;
+    return false;
+}
+
+// Takes back what is not committed.
+void CDBConnection::endStore() {
+    m_isStoring = false;
+    m_storeFailure.reset();
+    if (IsOpen()) m_database.Rollback();
 }
 
 } // namespace plumb

@@ -55,7 +55,7 @@ CDialogPipeSum::CDialogPipeSum() : GridDialog(kForm) {
         edit(kLining).SetFocus();
         edit(kLining).SetSel(0, kWholeText);
     });
-    onSelection(kHangerType, [this] { enableHanger(); });
+    onSelection(kHangerType, [this] { enableHanger(list(kHangerType).selectedData() != kNoHanger); });
 }
 
 CDialogPipeSum::~CDialogPipeSum() = default;
@@ -82,7 +82,7 @@ long CDialogPipeSum::selectedType() const {
 
 void CDialogPipeSum::load() {
     if (m_pipe->Seek(m_ixPipe)) loadPipe();
-    if (m_grid.GetRowCount() > kFirstFlowRow) m_grid.SetFocusCell(kFirstFlowRow, kName);
+    focusFirstFlow();
     disableTiedElevations();
     fillSizes({});
     checkTypeForSizes(Check::kFirst);
@@ -128,11 +128,10 @@ void CDialogPipeSum::loadHanger() {
     for (int type = 0; type < static_cast<int>(std::size(kHangerTypes)); ++type)
         list(kHangerType).AddString(kHangerTypes[type], type);
     list(kHangerType).SetCurSel(pipe.iHangerType);
-    enableHanger();
+    enableHanger(pipe.iHangerType != kNoHanger);
 }
 
-void CDialogPipeSum::enableHanger() {
-    const bool hasHanger = list(kHangerType).selectedData() != kNoHanger;
+void CDialogPipeSum::enableHanger(bool hasHanger) {
     for (const int id : kHangerEdits) edit(id).EnableWindow(hasHanger);
 }
 
@@ -160,7 +159,7 @@ void CDialogPipeSum::showStaticValues() {
     const resbuf* cursor = answer.items.get();
     for (const int id : {kFarthestValue, kHeightValue}) {
         CString text = "0";
-        argText(cursor, text);
+        if (!argText(cursor, text)) argSkip(cursor);
         control(id)->SetWindowText(text);
     }
 }

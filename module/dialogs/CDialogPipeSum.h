@@ -33,7 +33,7 @@ private:
     void loadLining();
     void showStaticValues();
     void disableTiedElevations();
-    void enableHanger();
+    void enableHanger(bool hasHanger);
     void enableLining();
 
     // pipe_sum_lists.cpp
@@ -54,10 +54,11 @@ private:
     void addHeading(const char* caption, bool isFixed);
     void addFlow(int row, long category, const CString& name, bool isFixed, const CString& value);
     double convertedFlow() const;
+    void focusFirstFlow();
     void relabelFlows();
     int relabel(int row, const Categories& categories, bool isFixed);
-    bool storeFlows();
-    bool storeFlow(int row);
+    void storeFlows();
+    void storeFlow(int row);
 
     // pipe_sum_result.cpp
     bool checkHanger();

@@ -40,12 +40,13 @@ bool GridDialog::canStore() {
     return false;
 }
 
-bool GridDialog::hasStored() {
-    if (!connection().HasError()) return true;
+bool GridDialog::store(const std::function<void()>& write) {
+    if (!canStore()) return false;
+    if (connection().StoreTogether(write)) return true;
     int code = 0;
     CString description;
     connection().GetLastError(code, description);
-    warnUser("The project database did not take everything:\n" + description);
+    warnUser("The project database was not changed:\n" + description);
     SetActiveWindow();
     return false;
 }

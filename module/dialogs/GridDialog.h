@@ -32,11 +32,10 @@ protected:
     CDBConnection& connection() const { return *m_connection; }
     bool isStandards() const { return m_isStandards; }
 
-    // False, and the user has been told, when the database was closed behind the dialog's back: nothing may
-    // be written then, since a closed connection takes everything without a word.
-    bool canStore();
-    // False, and the user has been told, when the last operation on the database failed.
-    bool hasStored();
+    // Runs what writes to the database, all of it or nothing: false, and the user has been told, when it
+    // cannot be written, or did not take everything and is as it was before. It is asked beforehand because a
+    // connection that was closed behind the dialog's back takes everything without a word.
+    bool store(const std::function<void()>& write);
 
     // Calls a function of the Lisp layer that may ask the user something: the dialog is disabled meanwhile.
     LispAnswer askLisp(ResbufChain call);
@@ -48,6 +47,7 @@ protected:
     DialogGrid m_grid{*this};
 
 private:
+    bool canStore();
     bool OnInitDialog() final;
     void OnDestroy() override;
 

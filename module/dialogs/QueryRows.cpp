@@ -14,9 +14,8 @@ constexpr int kAllDecimals = 10;
 
 } // namespace
 
-QueryRows::QueryRows(CDBConnection& connection, const CString& sql) {
-    connection.Select(sql, m_rows);
-}
+QueryRows::QueryRows(CDBConnection& connection, const CString& sql)
+    : m_hasFailed(!connection.Select(sql, m_rows)) {}
 
 long QueryRows::Row::integer(std::size_t column) const {
     return VariantToLong(m_rows->at(m_at, column));

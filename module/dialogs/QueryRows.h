@@ -36,12 +36,14 @@ public:
     };
     Row begin() const { return {m_rows, 0}; }
     Row end() const { return {m_rows, m_rows.rows()}; }
+    bool hasFailed() const { return m_hasFailed; }
     bool isEmpty() const { return m_rows.IsEmpty(); }
     std::size_t size() const { return m_rows.rows(); }
     Row operator[](std::size_t at) const { return {m_rows, at}; }
 
 private:
     RowArray m_rows;
+    bool m_hasFailed;
 };
 
 // Adds the rows of a query for an id and a name to a list, the name as text and the id as item data.

@@ -1,6 +1,7 @@
 // The flow grid of Query Pipe: what the user has fixed and what was calculated, by flow category.
 
 #include "database/CDBConnection.h"
+#include "database/tables/tblPipe.h"
 #include "database/tables/tblPipeSum.h"
 #include "dialogs/CDialogPipeSum.h"
 #include "dialogs/QueryRows.h"
@@ -36,6 +37,7 @@ public:
     std::size_t size() const { return m_rows.size(); }
     long id(std::size_t at) const { return m_rows[at].integer(0); }
     CString name(std::size_t at) const { return m_rows[at].text(1); }
+    bool isKnown() const { return !m_rows.hasFailed(); }
 
 private:
     QueryRows m_rows;
@@ -100,10 +102,19 @@ void CDialogPipeSum::addFlow(int row, long category, const CString& name, bool i
     m_grid.SetTextByField(row, kFieldValue, value);
 }
 
+void CDialogPipeSum::focusFirstFlow() {
+    for (int row = kFirstFlowRow; row < m_grid.GetRowCount(); ++row)
+        if (!m_grid.GetTextByField(row, kFieldCategory).empty()) {
+            m_grid.SetFocusCell(row, kName);
+            return;
+        }
+}
+
 // The rows of another type, or of categories that were edited. Values stay where they stand: they go with
 // the place, not with the category.
 void CDialogPipeSum::relabelFlows() {
     const Categories categories(connection(), selectedType());
+    if (!categories.isKnown()) return;
     if (m_grid.GetRowCount() >= kFirstFlowRow) {
         const int heading = relabel(kFirstFlowRow, categories, true);
         relabel(heading + 1, categories, false);
@@ -134,45 +145,35 @@ int CDialogPipeSum::relabel(int row, const Categories& categories, bool isFixed)
     return row;
 }
 
-// The old categories' flows go with their type.
-bool CDialogPipeSum::storeFlows() {
-    if (selectedType() != 0 && selectedType() != m_openingType) {
+// The old categories' flows go with their type. A pipe that was deleted meanwhile has none.
+void CDialogPipeSum::storeFlows() {
+    if (!m_pipe->Seek(m_ixPipe)) return;
+    if (selectedType() != 0 && selectedType() != m_openingType)
         connection().Execute("delete from tblPipeSum where ixPipe = " + std::to_string(m_ixPipe));
-        if (!hasStored()) return false;
-    }
-    for (int row = kFirstFlowRow; row < m_grid.GetRowCount(); ++row)
-        if (!storeFlow(row)) return false;
-    return true;
+    for (int row = kFirstFlowRow; row < m_grid.GetRowCount(); ++row) storeFlow(row);
 }
 
-bool CDialogPipeSum::storeFlow(int row) {
+void CDialogPipeSum::storeFlow(int row) {
     const int category = std::atoi(m_grid.GetTextByField(row, kFieldCategory).c_str());
-    if (category <= 0) return true;
+    if (category <= 0) return;
     const bool isFixed = m_grid.GetTextByField(row, kFieldFixed) == kYes;
     const double value = TextToDouble(m_grid.GetTextByField(row, kFieldValue));
     tblPipeSum& sum = *m_sum;
     if (sum.Seek(m_ixPipe, category, isFixed)) {
         // What is shown of the stored value counts, so that one of more decimals stays as it is.
         const bool isUnchanged = sum.dValue != 0.0 && value == TextToDouble(flowText(sum.dValue));
-        if (isUnchanged) return true;
-        if (value == 0.0) {
-            sum.Delete();
-        } else {
-            sum.Edit();
-            sum.dValue = value;
-            sum.Update();
-        }
-    } else if (value != 0.0) {
+        if (isUnchanged) return;
+        if (value == 0.0) return sum.Delete();
+        sum.Edit();
+    } else {
+        if (value == 0.0) return;
         sum.AddNew();
         sum.ixPipe = m_ixPipe;
         sum.ixPipeSumCategory = category;
         sum.bFixed = isFixed;
-        sum.dValue = value;
-        sum.Update();
-    } else {
-        return true;
     }
-    return hasStored();
+    sum.dValue = value;
+    sum.Update();
 }
 
 } // namespace plumb

@@ -45,7 +45,7 @@ bool CDialogPipeSum::checkHanger() {
 }
 
 void CDialogPipeSum::OnOK() {
-    if (!checkHanger() || !canStore() || !storeFlows()) return;
+    if (!checkHanger() || !store([this] { storeFlows(); })) return;
     giveResult();
     EndDialog(kOk);
 }

@@ -16,7 +16,7 @@ struct LispAnswer {
     bool succeeded = false; // there is such a function, and it ended without an error
     ResbufChain items;      // null for nil
 
-    bool isNil() const { return !items || items->restype == RTNIL; }
+    bool isNil() const { return !items || (items->restype == RTNIL && !items->rbnext); }
 };
 
 // Calls a function of the Lisp layer. The chain begins with its name and goes on with its arguments, as

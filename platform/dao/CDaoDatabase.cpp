@@ -208,8 +208,8 @@ void CDaoDatabase::DeleteRelation(std::string_view name) {
     dao::dropRelation(connection(), name);
 }
 
-void CDaoDatabase::BeginTrans() {
-    connection().begin(false);
+void CDaoDatabase::BeginTrans(bool forWriting) {
+    connection().begin(forWriting);
 }
 void CDaoDatabase::CommitTrans() {
     connection().commit();

@@ -54,8 +54,9 @@ public:
     std::vector<CDaoRelationInfo> GetRelations();
     void DeleteRelation(std::string_view name);
 
-    // What is read in between is of one moment; what is written is there whole or not at all.
-    void BeginTrans();
+    // What is read in between is of one moment; what is written is there whole or not at all. The lock for
+    // writing is taken at once, or else with the first write, which fails when another user wrote meanwhile.
+    void BeginTrans(bool forWriting = false);
     void CommitTrans();
     void Rollback();
 

@@ -26,8 +26,8 @@ Value next(Engine& engine, Args args) {
     const Value function = args[0];
     headlessUi().queue([&engine, function](const WindowRequest& window) -> std::optional<std::string> {
         const Value arguments[] = {describe(window)};
-        const lisp::Outcome outcome =
-            engine.protectedApply(function, Args(arguments, 1), Engine::HoldBack::ErrorsToo);
+        const lisp::Outcome outcome = engine.protectedRun(
+            [&] { return engine.apply(function, Args(arguments, 1)); }, Engine::HoldBack::ErrorsToo);
         if (!outcome || !outcome.value.isText()) return {};
         return std::string(outcome.value.asText());
     });

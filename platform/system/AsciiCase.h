@@ -34,7 +34,9 @@ inline bool asciiStartsWith(std::string_view text, std::string_view start) {
     return text.size() >= start.size() && asciiEqual(text.substr(0, start.size()), start);
 }
 inline bool asciiLess(std::string_view a, std::string_view b) {
-    return std::ranges::lexicographical_compare(a, b, {}, asciiLower, asciiLower);
+    // As bytes, so that letters beyond ASCII come behind it.
+    const auto letter = [](char c) { return static_cast<unsigned char>(asciiLower(c)); };
+    return std::ranges::lexicographical_compare(a, b, {}, letter, letter);
 }
 
 } // namespace veldrin

@@ -48,6 +48,8 @@ void CAcUiDialog::makeControls() {
 }
 
 int CAcUiDialog::DoModal() {
+    veldrin::UiBackend& ui = veldrin::Host::current().ui();
+    const veldrin::UiBackend::OpenWindow counted(ui);
     m_caption = m_form.caption;
     m_result = 0;
     m_focus = 0;
@@ -61,7 +63,7 @@ int CAcUiDialog::DoModal() {
     });
     loadPlace();
     bool shown = true;
-    if (m_isOpen) guarded([&] { shown = veldrin::Host::current().ui().showDialog(*this); });
+    if (m_isOpen) guarded([&] { shown = ui.showDialog(*this); });
     m_isOpen = false;
     m_view = nullptr;
     if (!shown) return kNotCreated;
@@ -116,6 +118,7 @@ void CAcUiDialog::EndDialog(int result) {
     if (!m_isOpen) return;
     m_isOpen = false;
     m_result = result;
+    if (m_lastPressed.empty() && result == kOk) m_lastPressed = buttonCaption(kDefaultButton);
     if (m_view) m_view->ended();
 }
 
@@ -199,8 +202,10 @@ bool CAcUiDialog::userClicks(int id) {
 }
 
 bool CAcUiDialog::userDoubleClicks(int id) {
-    if (!reaches(control(id))) return false;
+    const DialogControl* target = control(id);
+    if (!target || !target->takesFocus() || !reaches(target)) return false;
     m_focus = id;
+    m_lastPressed.clear();
     notify(Event::kDoubleClick, id);
     return true;
 }
@@ -236,7 +241,8 @@ bool CAcUiDialog::userSelects(int id, int item) {
 }
 
 bool CAcUiDialog::userFocuses(int id) {
-    if (!reaches(control(id))) return false;
+    const DialogControl* target = control(id);
+    if (!target || !target->takesFocus() || !reaches(target)) return false;
     setFocus(id);
     return true;
 }
@@ -245,6 +251,11 @@ int CAcUiDialog::buttonWith(unsigned flag) const {
     for (const ControlTemplate& form : m_form.controls)
         if (form.flags & flag) return form.id;
     return 0;
+}
+
+CString CAcUiDialog::buttonCaption(unsigned flag) const {
+    const DialogControl* button = control(buttonWith(flag));
+    return button ? withoutMark(button->GetWindowText()) : CString();
 }
 
 bool CAcUiDialog::userPressesReturn() {

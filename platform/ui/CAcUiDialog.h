@@ -82,7 +82,8 @@ public:
     // The window goes whatever the dialog says: for one that userCloses has not ended.
     void userDestroys() { EndDialog(kCancel); }
     void userPlaces(const DialogPlace& place);
-    // The caption of the button that was pressed last, without its mark.
+    // The caption of the button that was pressed last, without its mark; that of the default one when it
+    // ended as by that.
     const CString& lastPressed() const { return m_lastPressed; }
     void setView(DialogView* view) { m_view = view; }
     void SetActiveWindow(); // to the front, with the keyboard
@@ -136,6 +137,7 @@ private:
     void loadPlace();
     void savePlace() const;
     int buttonWith(unsigned flag) const;
+    CString buttonCaption(unsigned flag) const; // of that button; "" without one
 
     const DialogTemplate& m_form;
     CString m_caption;

@@ -96,10 +96,13 @@ void ListControl::SetItemData(int at, int data) {
 }
 
 int ListControl::FindStringExact(const CString& text) const {
+    int found = kNone;
     for (int at = 0; at < GetCount(); ++at) {
-        if (veldrin::asciiEqual(m_items[static_cast<std::size_t>(at)].text, text)) return at;
+        const CString& item = m_items[static_cast<std::size_t>(at)].text;
+        if (item == text) return at;
+        if (found == kNone && veldrin::asciiEqual(item, text)) found = at;
     }
-    return kNone;
+    return found;
 }
 
 int ListControl::FindStringPrefix(const CString& start) const {

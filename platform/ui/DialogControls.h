@@ -81,7 +81,7 @@ public:
     CString GetText(int at) const; // "" for a place that there is not
     int GetItemData(int at) const; // 0 for one
     void SetItemData(int at, int data);
-    int FindStringExact(const CString& text) const; // without regard to case; kNone without
+    int FindStringExact(const CString& text) const; // else without regard to case; kNone without
     int FindStringPrefix(const CString& start) const;
     int FindData(int data) const;
     int GetCurSel() const { return m_selected; }

@@ -11,18 +11,6 @@ UiBackend::~UiBackend() = default;
 
 namespace {
 
-// Counts a window for as long as it is open, however its responder ends.
-class OpenWindow {
-public:
-    explicit OpenWindow(int& count) : m_count(++count) {}
-    ~OpenWindow() { --m_count; }
-    OpenWindow(const OpenWindow&) = delete;
-    OpenWindow& operator=(const OpenWindow&) = delete;
-
-private:
-    int& m_count;
-};
-
 class OpenDialog {
 public:
     OpenDialog(std::vector<CAcUiDialog*>& all, CAcUiDialog& dialog) : m_all(all) { m_all.push_back(&dialog); }
@@ -46,7 +34,6 @@ std::optional<std::string> HeadlessUi::respond(const WindowRequest& request) {
 // Windows are listed as they open; one that opens meanwhile comes behind.
 template<class AnswerOf>
 auto HeadlessUi::serve(const WindowRequest& request, AnswerOf answerOf) {
-    const OpenWindow open(m_openWindows);
     const std::uint64_t serial = ++m_lastSerial;
     m_log.push_back({serial, {request.kind, request.caption, request.text, {}}});
     auto [answer, logged] = answerOf(respond(request));
@@ -57,6 +44,7 @@ auto HeadlessUi::serve(const WindowRequest& request, AnswerOf answerOf) {
 }
 
 std::string HeadlessUi::showMessage(const MessageWindow& window) {
+    const OpenWindow open(*this);
     return serve({"message", window.caption, window.text, window.buttons},
                  [&](const std::optional<std::string>& given) {
                      const bool known = given && std::find(window.buttons.begin(), window.buttons.end(),
@@ -67,6 +55,7 @@ std::string HeadlessUi::showMessage(const MessageWindow& window) {
 }
 
 std::optional<std::string> HeadlessUi::showFile(const FileWindow& window) {
+    const OpenWindow open(*this);
     return serve({"file", window.caption, window.proposal, {}}, [](std::optional<std::string> given) {
         std::string logged = given.value_or("");
         return std::pair(std::move(given), std::move(logged));

@@ -47,8 +47,24 @@ public:
     virtual bool showDialog(CAcUiDialog& dialog) = 0;
     // Width of a text as the back end shows it, in pixels.
     virtual int textWidth(std::string_view text, bool isBold) const = 0;
-    // Number of modal windows that are open.
-    virtual int openWindows() const = 0;
+
+    // Number of modal windows that are open. A dialog is one from before its first code runs until its last
+    // has.
+    int openWindows() const { return m_openWindows; }
+    // Counts a window for as long as it is open, however it ends.
+    class OpenWindow {
+    public:
+        explicit OpenWindow(UiBackend& ui) : m_count(++ui.m_openWindows) {}
+        ~OpenWindow() { --m_count; }
+        OpenWindow(const OpenWindow&) = delete;
+        OpenWindow& operator=(const OpenWindow&) = delete;
+
+    private:
+        int& m_count;
+    };
+
+private:
+    int m_openWindows = 0;
 };
 
 // What happened to one modal window of a headless host.
@@ -78,7 +94,6 @@ public:
     std::optional<std::string> showFile(const FileWindow& window) override;
     bool showDialog(CAcUiDialog& dialog) override;
     int textWidth(std::string_view text, bool isBold) const override;
-    int openWindows() const override { return m_openWindows; }
     // The open dialog that the user's hand would reach; null without one.
     CAcUiDialog* dialog() const;
 
@@ -96,7 +111,6 @@ private:
     std::deque<Responder> m_queue;
     std::vector<std::pair<std::uint64_t, WindowLogEntry>> m_log;
     std::uint64_t m_lastSerial = 0;
-    int m_openWindows = 0;
 };
 
 } // namespace veldrin

@@ -226,6 +226,42 @@ TEST_F(Connection, AWriteWaitsForAnotherUsersLockAndGivesUpInTheEnd) {
     EXPECT_EQ(rows("select iTee from tblPipeType order by ixPipeType"), "9|5|0");
 }
 
+TEST_F(Connection, WhatIsStoredTogetherIsThereWholeOrNotAtAll) {
+    const char* all = "select sName, iTee from tblPipeType order by ixPipeType";
+    const std::string before = rows(all);
+    const auto add = [&](const char* name) { connection.AddRecord({{"sName", name}}, false); };
+    const auto open = [&] { connection.OpenTable("tblPipeType", "ixPipeType"); };
+    run("create unique index once on tblPipeType(sName)");
+    EXPECT_FALSE(connection.StoreTogether([&] {
+        open();
+        EXPECT_TRUE(connection.Execute("delete from tblPipeType where ixPipeType = 3"));
+        add("Gas");
+        EXPECT_FALSE(connection.AddRecord({{"sName", "vent"}}, false));
+        EXPECT_FALSE(connection.Execute("update tblPipeType set iTee = 5")) << "nothing behind a failure";
+        EXPECT_FALSE(connection.Seek1(99)) << "which clears the flag, and not the failure";
+    }));
+    EXPECT_TRUE(connection.HasError());
+    EXPECT_NE(lastError().find("sName"), std::string::npos) << lastError();
+    EXPECT_EQ(rows(all), before);
+    EXPECT_FALSE(connection.StoreTogether([&] {
+        open();
+        add("Gas");
+        connection.AddRecord({{"dNone", 1.0}}, false); // refused, and no error of the connection's
+    }));
+    EXPECT_THROW(connection.StoreTogether([&] {
+        open();
+        add("Gas");
+        throw CException("a fault of ours");
+    }),
+                 CException);
+    EXPECT_EQ(rows(all), before);
+    EXPECT_TRUE(connection.StoreTogether([&] {
+        open();
+        add("Gas");
+    })) << lastError();
+    EXPECT_EQ(rows(all), before + "|'Gas' 0");
+}
+
 // Half a minute of waiting: run with VELDRIN_LONG_TESTS=1.
 TEST_F(Connection, ALockThatStaysGivesAnErrorInTheEnd) {
     if (!std::getenv("VELDRIN_LONG_TESTS")) GTEST_SKIP();

@@ -65,19 +65,19 @@ protected:
         }
     }
     void OnOK() override {
-        if (!canStore()) return;
+        if (store([this] { writeTypes(); })) EndDialog(kOk);
+    }
+
+private:
+    void writeTypes() {
         deleteRecords(m_record, m_deleted);
         for (int row = 1; row < m_grid.GetRowCount(); ++row) {
             if (!openRecord(m_record, m_grid.GetTextByField(row, "ixPipeType"))) continue;
             m_record.iSortOrder = row;
             m_record.sName = m_grid.GetTextByField(row, "sName");
             m_record.Update();
-            if (!hasStored()) return;
         }
-        EndDialog(kOk);
     }
-
-private:
     void addRow() {
         const int row = m_grid.AppendRow();
         m_grid.SetTextByField(row, "sName", m_grid.freeName(kName, "New Pipe Type "));

@@ -139,6 +139,14 @@ TEST_F(Dialogs, ListsKeepTheirOrderTheirDataAndTheirSelection) {
         EXPECT_EQ(kinds.GetWindowText(), "fig") << "the selection stays on its item";
         EXPECT_EQ(kinds.FindStringExact("APPLE"), 0);
         EXPECT_EQ(kinds.FindData(3), 3);
+        kinds.DeleteString(kinds.AddString("apple"));
+        EXPECT_EQ(kinds.FindStringExact("apple"), 0);
+        const int second = kinds.AddString("apple");
+        EXPECT_EQ(kinds.FindStringExact("apple"), second) << "its own case first";
+        kinds.DeleteString(second);
+        const int last = kinds.AddString("\u00c4pfel");
+        EXPECT_EQ(last, kinds.GetCount() - 1) << "behind all of ASCII";
+        kinds.DeleteString(last);
         kinds.DeleteString(2);
         EXPECT_EQ(kinds.GetCurSel(), ListControl::kNone);
         EXPECT_EQ(kinds.selectedData(), 0);
