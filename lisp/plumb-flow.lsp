@@ -45,10 +45,10 @@
                 ") order by l.iFixtures, l.ixPipeFlowLookup")))))
 
 ;; The flow of a number of fixtures, on straight lines from point to point. The first line comes from (0, 0) unless
-;; the table has a point there. Beyond the last point each fixture adds the flow of the row of -1 fixtures.
+;; the table has a point there. Beyond the last point each fixture adds the flow of the row of -1 fixtures, 1 without such a row.
 (defun plumb-flow-lookup (points fixtures / slope from x y flow)
   (setq fixtures (max 0.0 fixtures)
-        slope    0.0
+        slope    1.0
         from     '(0.0 0.0))
   (foreach point points
     (setq x (float (cadr point))

@@ -132,16 +132,17 @@
     "dExteriorLining" "sOffsetZ" "sOffsetY" "iHangerType" "bSizeLocked" "dHangerZ" "dHangerSize" "dHangerDepth"
     "dHangerStartOffset" "dHangerSpacing" "dHangerEndOffset" "dHangerLeftExtension" "dHangerRightExtension"))
 
-;; Decimals that the dialog shows of a column; 5 where nothing is said.
-(setq plumb-query-decimals '(("dZ1" . 4) ("dZ2" . 4) ("dHangerZ" . 4) ("dExteriorLining" . 2)))
+;; A number as the dialog shows it: elevations in feet and inches, others with these decimals.
+(defun plumb-query-shown (column value)
+  (cond ((member column '("dZ1" "dZ2" "dHangerZ")) (plumb-feet-inches (plumb-feet-text value)))
+        ((atof (plumb-decimal-text value (if (= column "dExteriorLining") 2 5))))))
 
 ;; A number that comes back as the dialog has rounded it was not touched.
 (defun plumb-query-same (row pair / old)
   (setq old (plumb-of row (car pair)))
   (and (numberp old)
        (= (type (cdr pair)) 'REAL)
-       (<= (abs (- (cdr pair) old))
-           (+ 1e-9 (/ 0.5 (expt 10.0 (cond ((plumb-of plumb-query-decimals (car pair))) (5))))))))
+       (equal (cdr pair) (plumb-query-shown (car pair) old) 1e-9)))
 
 ;; The columns of the row that change, with the size that follows from them.
 (defun plumb-query-changes (row result / changes)

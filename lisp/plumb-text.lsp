@@ -35,6 +35,13 @@
         feet (fix (/ (fix size) 12)))
   (strcat (if (minusp inches) "-" "") (rtos feet 2 0) "-" (plumb-decimal-text (- size (* 12.0 feet)) 4)))
 
+;; What such a text means, in inches.
+(defun plumb-feet-inches (text / size dash)
+  (setq size   (vl-string-left-trim "-" text)
+        dash   (vl-string-search "-" size))
+  (* (if (= size text) 1.0 -1.0)
+     (+ (* 12.0 (atof (substr size 1 dash))) (atof (substr size (+ dash 2))))))
+
 ;; With every OLD replaced.
 (defun plumb-text-replace (new old text / from at)
   (setq from 0)

@@ -17,11 +17,15 @@ struct RunOptions {
 int run(const RunOptions& options, std::vector<std::string> arguments) {
     Session session;
     if (options.show) {
-        const Windows windows = showWindows(session.host());
-        if (windows == Windows::kNotBuilt) session.tell("--show: this program is built without windows");
-        if (windows == Windows::kNotBuilt) return kWrongArguments;
-        if (windows == Windows::kNoDisplay) session.tell("--show: there is no display");
-        if (windows == Windows::kNoDisplay) return kFailed;
+        std::string problem;
+        switch (showWindows(session.host(), problem)) {
+        case Windows::kShown: break;
+        case Windows::kNotBuilt:
+            session.tell("--show: this program is built without windows");
+            return kWrongArguments;
+        case Windows::kNotLoaded: session.tell("--show: " + problem); return kFailed;
+        case Windows::kNoDisplay: session.tell("--show: there is no display"); return kFailed;
+        }
     }
     veldrin::lisp::Outcome outcome;
     if (!session.canRead(options.script)) return session.finish(kFailed);

@@ -20,22 +20,24 @@ bool isSet(const char* variable) {
 }
 
 // Stays loaded: the windows end with the host, behind everything that is done here.
-MakeWindows loadWindows() {
+MakeWindows loadWindows(std::string& problem) {
     for (const std::filesystem::path& folder : veldrin::moduleFolders()) {
         const std::filesystem::path file = folder / kWindowLibrary;
         std::error_code none;
         if (!std::filesystem::exists(file, none)) continue;
-        if (void* library = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL))
-            return reinterpret_cast<MakeWindows>(dlsym(library, kWindowEntry));
+        void* library = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
+        void* entry = library ? dlsym(library, kWindowEntry) : nullptr;
+        if (!entry) problem = dlerror();
+        return reinterpret_cast<MakeWindows>(entry);
     }
     return nullptr;
 }
 
 } // namespace
 
-Windows showWindows(veldrin::Host& host) {
-    const MakeWindows make = loadWindows();
-    if (!make) return Windows::kNotBuilt;
+Windows showWindows(veldrin::Host& host, std::string& problem) {
+    const MakeWindows make = loadWindows(problem);
+    if (!make) return problem.empty() ? Windows::kNotBuilt : Windows::kNotLoaded;
     if (!isSet("DISPLAY") && !isSet("WAYLAND_DISPLAY") && !isSet("QT_QPA_PLATFORM"))
         return Windows::kNoDisplay;
     std::unique_ptr<veldrin::UiBackend> windows(make());

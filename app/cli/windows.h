@@ -2,6 +2,8 @@
 
 #include "runtime/Host.h"
 
-// Lets the host show its windows on the display.
-enum class Windows { kShown, kNotBuilt, kNoDisplay };
-Windows showWindows(veldrin::Host& host);
+#include <string>
+
+// Lets the host show its windows on the display. What is wrong with a library that cannot be loaded is told.
+enum class Windows { kShown, kNotBuilt, kNotLoaded, kNoDisplay };
+Windows showWindows(veldrin::Host& host, std::string& problem);

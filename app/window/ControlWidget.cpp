@@ -106,9 +106,7 @@ public:
         : Shown(dialog, control.id(), parent) {
         QObject::connect(m_widget, &QLineEdit::textEdited, m_widget, [this](const QString& text) {
             act([&] {
-                if (!m_dialog.userTypes(id(), fromQt(text))) return showAgain();
-                if (const auto* edit = dynamic_cast<EditControl*>(m_dialog.control(id())))
-                    noteSelection(*edit);
+                if (!m_dialog.userTypes(id(), fromQt(text))) showAgain();
             });
         });
     }
@@ -117,21 +115,14 @@ public:
         const QString text = toQt(edit.GetWindowText());
         if (m_widget->text() != text) m_widget->setText(text);
         m_widget->setEnabled(edit.IsWindowEnabled());
-        if (edit.selectionFirst() == m_first && edit.selectionLast() == m_last) return;
+        if (std::exchange(m_shownRequests, edit.selectionRequests()) == edit.selectionRequests()) return;
         const int first = qtPlace(edit.GetWindowText(), edit.selectionFirst());
         const int last = qtPlace(edit.GetWindowText(), edit.selectionLast());
         m_widget->setSelection(first, last - first);
-        noteSelection(edit);
     }
 
 private:
-    // What the dialog has asked for; where the user's own caret is stays the widget's.
-    void noteSelection(const EditControl& edit) {
-        m_first = edit.selectionFirst();
-        m_last = edit.selectionLast();
-    }
-    int m_first = 0;
-    int m_last = 0;
+    int m_shownRequests = 0; // where the user's own caret is stays the widget's
 };
 
 QStringList itemsOf(const ListControl& list) {

@@ -8,6 +8,7 @@
 #include <QFontMetrics>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QPushButton>
 #include <QScreen>
 
 namespace {
@@ -129,12 +130,22 @@ void DialogWindow::closeEvent(QCloseEvent* event) {
     event->setAccepted(!m_dialog.isOpen());
 }
 
+// The button that has the keyboard goes before the default one.
+void DialogWindow::pressReturn() {
+    for (const auto& made : m_widgets)
+        if (made->widget().hasFocus() && dynamic_cast<QPushButton*>(&made->widget())) {
+            m_dialog.userClicks(made->id());
+            return;
+        }
+    m_dialog.userPressesReturn();
+}
+
 // Return and Escape mean the dialog's own buttons, whatever the window system would make of them.
 void DialogWindow::keyPressEvent(QKeyEvent* event) {
     m_dialog.guarded([&] {
         switch (event->key()) {
         case Qt::Key_Return:
-        case Qt::Key_Enter: m_dialog.userPressesReturn(); break;
+        case Qt::Key_Enter: pressReturn(); break;
         case Qt::Key_Escape: m_dialog.userCloses(); break;
         default: event->ignore();
         }

@@ -47,6 +47,7 @@ private:
     void layOut();
     void restorePlace();
     void notePlace();
+    void pressReturn();
     void refresh();
 
     CAcUiDialog& m_dialog;

@@ -140,8 +140,8 @@ private:
         }
     }
     bool give(FieldArray* record);
-    // Runs a writing operation until it succeeds, fails for good, or has met too many locks.
     bool mayWrite() const { return CanUpdate() && !m_storeFailure; }
+    // Runs a writing operation until it succeeds, fails for good, or has met too many locks.
     enum class Write { kDone, kRefused };
     enum class OnFailure { kRecord, kStaySilent }; // of failures that are no locks
     bool writeWithRetry(const std::function<Write()>& operation, OnFailure onFailure); // on the current table

@@ -35,13 +35,13 @@ constexpr int kHangerEdits[] = {kHangerSize,    kHangerDepth, kHangerStartOffset
 
 } // namespace
 
-CDialogPipeSum::CDialogPipeSum() : GridDialog(kForm) {
+CDialogPipeSum::CDialogPipeSum() : ProjectDialog(kForm), m_grid(*this, kFlowGrid) {
     m_grid.mayEdit = [this](CGridCtrl::Cell at) {
         const bool isHeading = m_grid.GetTextByField(at.row, kFieldCategory).empty();
-        return at.column == kValue && !isHeading && m_grid.GetTextByField(at.row, kFieldFixed) != kNo;
+        return at.column == kValue && !isHeading && m_grid.GetTextByField(at.row, kFieldFixed) != kNoText;
     };
     onSelection(kType, [this] {
-        checkTypeForSizes(Check::kAgain);
+        if (const auto left = selectTypeWithSizes()) warnOfTypeWithoutSizes(*left);
         relabelFlows();
     });
     onDoubleClick(kType, [this] { OnOK(); });
@@ -53,7 +53,7 @@ CDialogPipeSum::CDialogPipeSum() : GridDialog(kForm) {
         enableLining();
         if (!check(kHasLining).GetCheck()) return;
         edit(kLining).SetFocus();
-        edit(kLining).SetSel(0, kWholeText);
+        edit(kLining).SelectAll();
     });
     onSelection(kHangerType, [this] { enableHanger(list(kHangerType).selectedData() != kNoHanger); });
 }
@@ -80,12 +80,20 @@ long CDialogPipeSum::selectedType() const {
     return list(kType).selectedData();
 }
 
+long CDialogPipeSum::typeInForce() const {
+    return selectedType() != 0 ? selectedType() : m_openingType;
+}
+
 void CDialogPipeSum::load() {
     if (m_pipe->Seek(m_ixPipe)) loadPipe();
     focusFirstFlow();
     disableTiedElevations();
     fillSizes({});
-    checkTypeForSizes(Check::kFirst);
+    noteTypesWithSizes();
+    if (const auto left = selectTypeWithSizes()) {
+        relabelFlows();
+        warnOfTypeWithoutSizes(*left);
+    }
 }
 
 void CDialogPipeSum::loadPipe() {

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "dialogs/GridDialog.h"
+#include "dialogs/ProjectDialog.h"
 
 #include <memory>
+#include <optional>
 
 namespace plumb {
 
@@ -12,7 +13,7 @@ class tblPipeSum;
 
 // Query Pipe: the properties and flows of one pipe. It writes the flows; everything else is the result of the
 // Lisp call that shows it, and Lisp's to carry out.
-class CDialogPipeSum : public GridDialog {
+class CDialogPipeSum : public ProjectDialog {
 public:
     CDialogPipeSum();
     ~CDialogPipeSum() override;
@@ -38,12 +39,12 @@ private:
 
     // pipe_sum_lists.cpp
     void fillTypes();
-    enum class Check { kFirst, kAgain };
-    void checkTypeForSizes(Check check);
     void noteTypesWithSizes();
-    void selectNextTypeWithSizes();
+    std::optional<CString> selectTypeWithSizes();
+    void warnOfTypeWithoutSizes(const CString& type);
     void fillSizes(const CString& previous);
     void fillSizingTables();
+    long resultSize();
 
     // pipe_sum_flows.cpp
     class Categories;
@@ -63,14 +64,14 @@ private:
     // pipe_sum_result.cpp
     bool checkHanger();
     bool checkAbove(int id, double limit, const char* message);
-    long resultSize();
     void giveResult();
     double number(int id) const;
     double elevation(int id) const;
 
     long selectedType() const;
-    CString typeSql(const char* before, long type, const char* after) const;
+    long typeInForce() const; // the selected one; that of the pipe while the list is empty
 
+    DialogGrid m_grid;
     std::int32_t m_ixPipe = 0;
     bool m_usableTypesForm = false;
     long m_openingType = 0;

@@ -12,7 +12,7 @@ namespace plumb {
 inline constexpr const char* kDialogTitle = "Veldrin Plumbing"; // of messages about what the user entered
 
 // Runs a dialog, and tells the user when it could not be made or when it failed on the way. The result is
-// DoModal's; a failure goes on as what was thrown.
+// DoModal's, of which 3 stands for one that could not be made; a failure goes on as what was thrown.
 int showDialog(CAcUiDialog& dialog);
 
 // A message about what the user entered, with one button.

@@ -1,8 +1,7 @@
 #include "dialogs/DialogGrid.h"
 
-#include "dialogs/DialogFrame.h"
+#include "dialogs/ProjectDialog.h"
 #include "system/AsciiCase.h"
-#include "ui/CAcUiDialog.h"
 
 #include <algorithm>
 #include <utility>
@@ -15,7 +14,8 @@ constexpr const char* kDuplicateName = "Duplicate names are not allowed.";
 
 } // namespace
 
-DialogGrid::DialogGrid(CAcUiDialog& dialog) : m_dialog(dialog) {
+DialogGrid::DialogGrid(ProjectDialog& dialog, const GridForm& form) : m_dialog(dialog), m_form(form) {
+    dialog.adopt(*this);
     OnBeginEdit([this](Cell at) {
         m_edited = at;
         m_oldText = GetItemText(at.row, at.column);
@@ -24,17 +24,20 @@ DialogGrid::DialogGrid(CAcUiDialog& dialog) : m_dialog(dialog) {
         m_dialog.guarded([&] { allowed = !mayEdit || mayEdit(at); });
         return allowed;
     });
-    OnEndEdit([this](Cell at) {
+    OnEndEdit([this](Cell at, const CString& old) {
         bool accepted = true;
+        m_edited = at;
+        m_oldText = old;
         m_isRefused = false;
         m_dialog.guarded([&] { accepted = !accepts || accepts(at); });
         return accepted;
     });
     OnSelectionChanged([this](Cell at) {
         m_dialog.guarded([&] {
-            if (std::exchange(m_isRefused, false))
+            if (std::exchange(m_isRefused, false)) {
+                m_isHeld = true;
                 SetFocusCell(m_edited.row, m_edited.column);
-            else if (selected)
+            } else if (selected)
                 selected(at);
         });
     });
@@ -50,16 +53,18 @@ DialogGrid::DialogGrid(CAcUiDialog& dialog) : m_dialog(dialog) {
     });
 }
 
-void DialogGrid::build(std::span<const GridColumnForm> columns, int fixedColumns) {
+void DialogGrid::build() {
+    m_removedKeys.clear();
+    m_isRefused = false;
     SetRowCount(0);
     SetColumnCount(0);
-    SetColumnCount(static_cast<int>(columns.size()));
-    SetFixedRowCount(1);
-    SetFixedColumnCount(fixedColumns);
+    SetColumnCount(static_cast<int>(m_form.columns.size()));
+    SetFixedRowCount(m_form.fixedRows);
+    SetFixedColumnCount(m_form.fixedColumns);
     SetListMode(true);
-    SetRowCount(1);
+    SetRowCount(m_form.fixedRows);
     for (int column = 0; column < GetColumnCount(); ++column) {
-        const GridColumnForm& form = columns[static_cast<std::size_t>(column)];
+        const GridColumnForm& form = m_form.columns[static_cast<std::size_t>(column)];
         const bool isHidden = form.kind == GridColumnKind::kHidden;
         if (isHidden) SetColumnWidth(column, 0);
         SetItemText(0, column, isHidden ? form.field : form.caption);
@@ -68,6 +73,23 @@ void DialogGrid::build(std::span<const GridColumnForm> columns, int fixedColumns
         if (form.kind == GridColumnKind::kList) SetComboColumn(column, form.list);
         if (form.kind == GridColumnKind::kTree) SetTreeColumn(column);
     }
+}
+
+void DialogGrid::userPresses(Cell cell, bool extend) {
+    m_isHeld = false;
+    CGridCtrl::userPresses(cell, extend);
+}
+
+void DialogGrid::userReleases(Cell cell, veldrin::CellPart part) {
+    if (!std::exchange(m_isHeld, false)) CGridCtrl::userReleases(cell, part);
+}
+
+// Escape, or Return on the old text, settles a refusal.
+bool DialogGrid::userKeys(veldrin::TableKey key, veldrin::HeldKeys held) {
+    const bool isTaken = CGridCtrl::userKeys(key, held);
+    const bool settles = key == veldrin::TableKey::kEscape || key == veldrin::TableKey::kReturn;
+    if (settles && !editor()) m_isRefused = false;
+    return isTaken;
 }
 
 bool DialogGrid::refuse(const CString& message) {
@@ -79,12 +101,12 @@ bool DialogGrid::refuse(const CString& message) {
     m_isRefusing = true;
     StartEdit();
     m_isRefusing = false;
-    m_isRefused = true;
+    m_isRefused = editor() != nullptr; // a box has none
     return true;
 }
 
 bool DialogGrid::holdsName(int column, const CString& name, int exceptRow, const RowFilter& belongs) const {
-    for (int row = 1; row < GetRowCount(); ++row)
+    for (int row = fixedRowCount(); row < GetRowCount(); ++row)
         if (row != exceptRow && (!belongs || belongs(row)) &&
             veldrin::asciiEqual(GetItemText(row, column), name))
             return true;
@@ -108,9 +130,12 @@ void DialogGrid::editCell(int row, int column) {
     StartEdit();
 }
 
-void DialogGrid::focusAfterDelete(int row, int column) {
+void DialogGrid::removeRow(int row, const CString& keyField, int focusColumn) {
+    const int key = std::atoi(GetTextByField(row, keyField).c_str());
+    if (!DeleteRow(row)) return;
+    if (key > 0) m_removedKeys.push_back(key);
     const int last = GetRowCount() - 1;
-    if (last >= fixedRowCount()) SetFocusCell(std::min(row, last), column);
+    if (last >= fixedRowCount()) SetFocusCell(std::min(row, last), focusColumn);
 }
 
 void DialogGrid::lookHeading(int row) {

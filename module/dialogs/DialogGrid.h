@@ -2,11 +2,13 @@
 
 #include "grid/CGridCtrl.h"
 
+#include <cstdint>
 #include <span>
-
-class CAcUiDialog;
+#include <vector>
 
 namespace plumb {
+
+class ProjectDialog;
 
 enum class GridColumnKind { kHidden, kText, kCheck, kList, kTree };
 
@@ -18,11 +20,23 @@ struct GridColumnForm {
     const char* list = ""; // of a list: items with "|" between, one in front for an open list
 };
 
+// A grid of a dialog.
+struct GridForm {
+    int id; // of its control
+    std::span<const GridColumnForm> columns;
+    int fixedColumns = 0;
+    int fixedRows = 1; // the first has the captions
+};
+
+// Rows that exist in the grid alone say so in the column of their key.
+inline constexpr const char* kNewRow = "NEW";
+
 // A dialog's grid. It has a row of captions, whole rows are selected, and it follows the rules that the
 // dialog has set in its constructor. A rule that is missing allows everything.
 class DialogGrid : public CGridCtrl {
 public:
-    explicit DialogGrid(CAcUiDialog& dialog);
+    DialogGrid(ProjectDialog& dialog, const GridForm& form);
+    int id() const { return m_form.id; }
 
     std::function<bool(Cell)> mayEdit;
     // The cell holds the new text, oldText() is what was there. False puts that back without a word; for a
@@ -32,8 +46,8 @@ public:
     std::function<void(Cell)> clicked;
     std::function<bool(Cell, const CString& item)> picked;
 
-    // Makes the columns and the row of captions; no other row is left.
-    void build(std::span<const GridColumnForm> columns, int fixedColumns = 0);
+    // Makes the columns and the fixed rows; nothing is left of what was there.
+    void build();
 
     const CString& oldText() const { return m_oldText; }
     // Puts the old text back, tells the user why, and lets the edit begin again: the user cannot leave the
@@ -50,17 +64,26 @@ public:
 
     // Shows the cell, puts the focus on it and opens it for typing.
     void editCell(int row, int column);
-    // After a row has been deleted: the same row number, or the row above when it was the last one.
-    void focusAfterDelete(int row, int column);
+    // Takes a row away and remembers the key in that column, unless the row is new. The focus goes to that
+    // column of the same row number, or of the row above when it was the last one.
+    void removeRow(int row, const CString& keyField, int focusColumn);
+    const std::vector<std::int32_t>& removedKeys() const { return m_removedKeys; }
     // A heading row: the background of the captions, or all of their look.
     void lookHeading(int row);
     void lookFixed(int row);
 
+    void userPresses(Cell cell, bool extend) override;
+    void userReleases(Cell cell, veldrin::CellPart part) override;
+    bool userKeys(veldrin::TableKey key, veldrin::HeldKeys held) override;
+
 private:
-    CAcUiDialog& m_dialog;
+    ProjectDialog& m_dialog;
+    const GridForm& m_form;
+    std::vector<std::int32_t> m_removedKeys;
     Cell m_edited;
     CString m_oldText;
-    bool m_isRefused = false;
+    bool m_isRefused = false; // the edit that ended last
+    bool m_isHeld = false;    // the press that was last did not get away from there
     bool m_isRefusing = false;
 };
 

@@ -2,6 +2,7 @@
 
 #include "database/CDBConnection.h"
 #include "ui/DialogControls.h"
+#include "util/NumberText.h"
 #include "util/VariantText.h"
 
 #include <algorithm>
@@ -26,7 +27,8 @@ double QueryRows::Row::real(std::size_t column) const {
 }
 
 CString QueryRows::Row::text(std::size_t column) const {
-    return VariantToText(m_rows->at(m_at, column), kAllDecimals);
+    const COleVariant& value = m_rows->at(m_at, column);
+    return value.isReal() ? DoubleToText(value.real(), kAllDecimals, true) : VariantToText(value, 0);
 }
 
 void addItems(ListControl& list, CDBConnection& connection, const CString& sql) {

@@ -22,7 +22,7 @@ public:
         Row(const RowArray& rows, std::size_t at) : m_rows(&rows), m_at(at) {}
         long integer(std::size_t column) const;
         double real(std::size_t column) const;
-        CString text(std::size_t column) const;
+        CString text(std::size_t column) const; // a number without commas, so that it can be read back
         bool operator!=(const Row& other) const { return m_at != other.m_at; }
         Row& operator++() {
             ++m_at;

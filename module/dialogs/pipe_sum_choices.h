@@ -15,12 +15,7 @@ inline constexpr CodeCaption kHorizontalAlignments[] = {
 inline constexpr const char* kHangerTypes[] = {"None", "Wrap", "Trapeze"};
 inline constexpr int kNoHanger = 0;
 
-// Yes and no in the flow grid.
-inline constexpr const char* kYes = "-1";
-inline constexpr const char* kNo = "0";
-
 inline constexpr int kFirstFlowRow = 2; // behind the captions and the heading of the fixed values
-inline constexpr int kWholeText = 255;  // selects all of an edit
 
 // Items of lists that stand for no row.
 inline constexpr int kSizedAutomatically = 0;

@@ -74,7 +74,7 @@ double CDialogPipeSum::storedFlow(long category, bool isFixed) {
     const QueryRows rows(connection(),
                          "select ixPipeSum, bFixed, dValue from tblPipeSum where ixPipeSumCategory = " +
                              std::to_string(category) + " and ixPipe = " + std::to_string(m_ixPipe) +
-                             " and bFixed = " + (isFixed ? kYes : kNo));
+                             " and bFixed = " + (isFixed ? kYesText : kNoText));
     return rows.isEmpty() ? 0.0 : rows[0].real(2);
 }
 
@@ -88,7 +88,7 @@ double CDialogPipeSum::convertedFlow() const {
 
 void CDialogPipeSum::addHeading(const char* caption, bool isFixed) {
     const int row = m_grid.AppendRow();
-    m_grid.SetTextByField(row, kFieldFixed, isFixed ? kYes : kNo);
+    m_grid.SetTextByField(row, kFieldFixed, isFixed ? kYesText : kNoText);
     m_grid.SetTextByField(row, kFieldName, caption);
     m_grid.lookHeading(row);
 }
@@ -97,7 +97,7 @@ void CDialogPipeSum::addFlow(int row, long category, const CString& name, bool i
                              const CString& value) {
     m_grid.InsertRow(row);
     m_grid.SetTextByField(row, kFieldCategory, std::to_string(category));
-    m_grid.SetTextByField(row, kFieldFixed, isFixed ? kYes : kNo);
+    m_grid.SetTextByField(row, kFieldFixed, isFixed ? kYesText : kNoText);
     m_grid.SetTextByField(row, kFieldName, name);
     m_grid.SetTextByField(row, kFieldValue, value);
 }
@@ -113,7 +113,7 @@ void CDialogPipeSum::focusFirstFlow() {
 // The rows of another type, or of categories that were edited. Values stay where they stand: they go with
 // the place, not with the category.
 void CDialogPipeSum::relabelFlows() {
-    const Categories categories(connection(), selectedType());
+    const Categories categories(connection(), typeInForce());
     if (!categories.isKnown()) return;
     if (m_grid.GetRowCount() >= kFirstFlowRow) {
         const int heading = relabel(kFirstFlowRow, categories, true);
@@ -128,7 +128,7 @@ void CDialogPipeSum::relabelFlows() {
 
 // From that row on, as far as there are rows of that kind; the row behind them.
 int CDialogPipeSum::relabel(int row, const Categories& categories, bool isFixed) {
-    const CString kind = isFixed ? kYes : kNo;
+    const CString kind = isFixed ? kYesText : kNoText;
     const auto isOfKind = [&](int at) {
         return at < m_grid.GetRowCount() && m_grid.GetTextByField(at, kFieldFixed) == kind;
     };
@@ -148,7 +148,7 @@ int CDialogPipeSum::relabel(int row, const Categories& categories, bool isFixed)
 // The old categories' flows go with their type. A pipe that was deleted meanwhile has none.
 void CDialogPipeSum::storeFlows() {
     if (!m_pipe->Seek(m_ixPipe)) return;
-    if (selectedType() != 0 && selectedType() != m_openingType)
+    if (typeInForce() != m_openingType)
         connection().Execute("delete from tblPipeSum where ixPipe = " + std::to_string(m_ixPipe));
     for (int row = kFirstFlowRow; row < m_grid.GetRowCount(); ++row) storeFlow(row);
 }
@@ -156,13 +156,14 @@ void CDialogPipeSum::storeFlows() {
 void CDialogPipeSum::storeFlow(int row) {
     const int category = std::atoi(m_grid.GetTextByField(row, kFieldCategory).c_str());
     if (category <= 0) return;
-    const bool isFixed = m_grid.GetTextByField(row, kFieldFixed) == kYes;
-    const double value = TextToDouble(m_grid.GetTextByField(row, kFieldValue));
+    const bool isFixed = m_grid.GetTextByField(row, kFieldFixed) == kYesText;
+    const CString text = m_grid.GetTextByField(row, kFieldValue);
+    const CString shown = text.substr(0, text.find(' ')); // without the converted flow
+    const double value = TextToDouble(text);
     tblPipeSum& sum = *m_sum;
     if (sum.Seek(m_ixPipe, category, isFixed)) {
         // What is shown of the stored value counts, so that one of more decimals stays as it is.
-        const bool isUnchanged = sum.dValue != 0.0 && value == TextToDouble(flowText(sum.dValue));
-        if (isUnchanged) return;
+        if (sum.dValue != 0.0 && shown == flowText(sum.dValue)) return;
         if (value == 0.0) return sum.Delete();
         sum.Edit();
     } else {

@@ -102,9 +102,11 @@ constexpr GridColumnForm kColumns[] = {
     {kFieldName, "Pipe Flow Category"},
     {kFieldValue, "Value"},
 };
+static_assert(kColumns[kName].field == kFieldName && kColumns[kValue].field == kFieldValue);
 
 } // namespace
 
-const GridDialogForm kForm{kTemplate, "vq_plumb:PipeSum", kResize, kFlows, kColumns};
+const ProjectDialogForm kForm{kTemplate, "vq_plumb:PipeSum", kResize};
+const GridForm kFlowGrid{kFlows, kColumns};
 
 } // namespace plumb::pipe_sum

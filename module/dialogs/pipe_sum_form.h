@@ -1,6 +1,6 @@
 #pragma once
 
-#include "dialogs/GridDialog.h"
+#include "dialogs/ProjectDialog.h"
 
 namespace plumb::pipe_sum {
 
@@ -54,14 +54,15 @@ enum Id {
     kHangerZLabel,
 };
 
-// Columns of the flow grid.
-enum Column { kHeader, kCategory, kFixed, kName, kValue };
+// Columns of the flow grid that the user sees.
+enum Column { kName = 3, kValue = 4 };
 
 inline constexpr const char* kFieldCategory = "ixPipeSumCategory";
 inline constexpr const char* kFieldFixed = "bFixed";
 inline constexpr const char* kFieldName = "sName";
 inline constexpr const char* kFieldValue = "dValue";
 
-extern const GridDialogForm kForm;
+extern const ProjectDialogForm kForm;
+extern const GridForm kFlowGrid;
 
 } // namespace plumb::pipe_sum

@@ -10,6 +10,8 @@
 #include "host/LispArguments.h"
 #include "host/LispCall.h"
 
+#include <algorithm>
+
 namespace plumb {
 
 using namespace pipe_sum;
@@ -56,28 +58,33 @@ void CDialogPipeSum::fillTypes() {
     selectItem(list(kType), m_pipe->ixPipeType);
 }
 
+// Tells the user when there is none.
 void CDialogPipeSum::noteTypesWithSizes() {
     m_hasSizes.clear();
     for (int item = 0; item < list(kType).GetCount(); ++item)
         m_hasSizes.push_back(m_size->SeekPipeType(list(kType).GetItemData(item)));
+    if (std::find(m_hasSizes.begin(), m_hasSizes.end(), true) == m_hasSizes.end()) tellUser(kNoSizes);
 }
 
-void CDialogPipeSum::checkTypeForSizes(Check check) {
-    if (check == Check::kFirst) noteTypesWithSizes();
+// Goes on from a type without sizes to the next that has some, round to the first; the name of the one that
+// it left.
+std::optional<CString> CDialogPipeSum::selectTypeWithSizes() {
     const int selected = list(kType).GetCurSel();
-    const auto hasSizes = [this](int item) { return m_hasSizes[static_cast<std::size_t>(item)]; };
-    if (selected >= 0 && hasSizes(selected)) return;
-
     const int count = list(kType).GetCount();
-    int found = ListControl::kNone;
-    for (int step = 1; step <= count && found == ListControl::kNone; ++step)
-        if (hasSizes((selected + step) % count)) found = (selected + step) % count;
-    if (found == ListControl::kNone) return tellUser(kNoSizes);
+    const auto hasSizes = [this](int item) { return m_hasSizes[static_cast<std::size_t>(item)]; };
+    if (selected >= 0 && hasSizes(selected)) return {};
+    for (int step = 1; step <= count; ++step) {
+        const int item = (selected + step) % count;
+        if (!hasSizes(item)) continue;
+        const CString left = list(kType).GetText(selected);
+        list(kType).SetCurSel(item);
+        return left;
+    }
+    return {};
+}
 
-    const CString without = list(kType).GetText(selected);
-    list(kType).SetCurSel(found);
-    if (check == Check::kFirst) relabelFlows();
-    warnUser("No sizes exist for " + without + ". Automatically selecting a new type.");
+void CDialogPipeSum::warnOfTypeWithoutSizes(const CString& type) {
+    warnUser("No sizes exist for " + type + ". Automatically selecting a new type.");
     SetActiveWindow();
 }
 
@@ -90,9 +97,8 @@ void CDialogPipeSum::fillSizes(const CString& previous) {
     CString automatic = "Sized Automatically";
     int selected = ListControl::kNone;
     bool isPreviousFound = false;
-    const QueryRows rows(
-        connection(), typeSql("SELECT ixPipeSize, sLabel FROM tblPipeSize WHERE ixPipeType = ", m_currentType,
-                              " ORDER BY dInteriorDiameter"));
+    const QueryRows rows(connection(), "SELECT ixPipeSize, sLabel FROM tblPipeSize WHERE ixPipeType = " +
+                                           std::to_string(m_currentType) + " ORDER BY dInteriorDiameter");
     for (const auto& row : rows) {
         const CString label = row.text(1);
         const int item = sizes.AddString(label, static_cast<int>(row.integer(0)));
@@ -115,21 +121,18 @@ void CDialogPipeSum::fillSizingTables() {
     tables.ResetContent();
     tables.AddString("Same as Previous", kSameAsPrevious);
     addItems(tables, connection(),
-             typeSql("SELECT ixPipeSizingTable, sName FROM tblPipeSizingTable WHERE ixPipeType = ",
-                     m_currentType, " and bActive = -1 ORDER BY iSortOrder"));
+             "SELECT ixPipeSizingTable, sName FROM tblPipeSizingTable WHERE ixPipeType = " +
+                 std::to_string(m_currentType) + " and bActive = -1 ORDER BY iSortOrder");
     selectItem(tables, m_storedSizingTable);
 }
 
-// The first row's size of the selected type, for a pipe that has none of its sizes yet.
+// The selected size. A pipe that is sized automatically takes the first one of a new type, and keeps its own
+// otherwise.
 long CDialogPipeSum::resultSize() {
     long size = list(kSize).selectedData();
     if (size == kSizedAutomatically && m_currentType != m_openingType && list(kSize).GetCount() > 1)
         size = list(kSize).GetItemData(1); // the smallest: they stand by their diameters
     return size == kSizedAutomatically ? m_storedSize : size;
-}
-
-CString CDialogPipeSum::typeSql(const char* before, long type, const char* after) const {
-    return before + std::to_string(type) + after;
 }
 
 } // namespace plumb

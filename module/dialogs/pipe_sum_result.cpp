@@ -30,11 +30,7 @@ double CDialogPipeSum::elevation(int id) const {
 }
 
 bool CDialogPipeSum::checkAbove(int id, double limit, const char* message) {
-    if (number(id) > limit) return true;
-    tellUser(message);
-    edit(id).SetFocus();
-    edit(id).SetSel(0, kWholeText);
-    return false;
+    return number(id) > limit || refuseEdit(id, message);
 }
 
 bool CDialogPipeSum::checkHanger() {
@@ -62,8 +58,7 @@ void CDialogPipeSum::giveResult() {
     result.pairReal("dZ2", elevation(kZ2));
     result.pairInt("ixPipeSize", static_cast<Adesk::Int32>(resultSize()));
     result.pairInt("ixLayerSystem", list(kLayerSystem).selectedData());
-    const long type = selectedType() != 0 ? selectedType() : m_openingType;
-    result.pairInt("ixPipeType", static_cast<Adesk::Int32>(type));
+    result.pairInt("ixPipeType", static_cast<Adesk::Int32>(typeInForce()));
     const int table = list(kSizingTable).selectedData();
     if (table != kSameAsPrevious)
         result.pairInt("ixPipeSizingTable", table);

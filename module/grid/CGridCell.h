@@ -9,6 +9,10 @@
 
 namespace plumb {
 
+// Yes and no in a cell, as the database writes them. A check box holds one of them.
+inline constexpr const char* kYesText = "-1";
+inline constexpr const char* kNoText = "0";
+
 // The list of a cell or column.
 struct CGridCellCombo {
     std::vector<CString> items;

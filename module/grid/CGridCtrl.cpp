@@ -207,20 +207,20 @@ const CGridCell& CGridCtrl::cellAt(Cell cell) const {
 CString CGridCtrl::GetItemText(int row, int column) const {
     if (!has({row, column})) return {};
     const CString& text = cellAt({row, column}).text;
-    return text.empty() && cellKind(row, column) == CellKind::kCheck ? "0" : text;
+    return text.empty() && cellKind(row, column) == CellKind::kCheck ? kNoText : text;
 }
 
-// A box is cleared by "0" alone.
+// A box is cleared by a no alone.
 bool CGridCtrl::SetItemText(int row, int column, const CString& text) {
     if (!has({row, column})) return false;
     const bool setsBox = text.empty() && cellKind(row, column) == CellKind::kCheck;
-    cellAt({row, column}).text = setsBox ? "-1" : text;
+    cellAt({row, column}).text = setsBox ? kYesText : text;
     changed();
     return true;
 }
 
 bool CGridCtrl::isChecked(int row, int column) const {
-    return cellKind(row, column) == CellKind::kCheck && GetItemText(row, column) != "0";
+    return cellKind(row, column) == CellKind::kCheck && GetItemText(row, column) != kNoText;
 }
 
 // Whoever shows it.

@@ -98,10 +98,11 @@ public:
 
     // Notifications. Where they answer, false refuses.
     using Ask = std::function<bool(Cell)>;
+    using AskStored = std::function<bool(Cell, const CString& old)>; // the cell holds the new text
     using Tell = std::function<void(Cell)>;
     using AskPicked = std::function<bool(Cell, const CString& picked)>;
     void OnBeginEdit(Ask handler) { m_onBeginEdit = std::move(handler); }
-    void OnEndEdit(Ask handler) { m_onEndEdit = std::move(handler); } // the cell holds the new text
+    void OnEndEdit(AskStored handler) { m_onEndEdit = std::move(handler); }
     void OnSelectionChanged(Tell handler) { m_onSelectionChanged = std::move(handler); }
     void OnClick(Tell handler) { m_onClick = std::move(handler); }
     void OnListSelection(AskPicked handler) { m_onListSelection = std::move(handler); }
@@ -178,6 +179,7 @@ private:
     Cell rowsFromFocus(int rows) const;
     bool isShownColumn(int column) const;
     int edgeColumn(bool last) const;
+    bool opensByKeys(int column) const;
     void focusByUser(Cell cell, bool extend);
     void endStrayEdit();
     bool toggleCheck(Cell cell);
@@ -205,7 +207,7 @@ private:
     int m_collapsed = 0; // rows that are
 
     Ask m_onBeginEdit;
-    Ask m_onEndEdit;
+    AskStored m_onEndEdit;
     Tell m_onSelectionChanged;
     Tell m_onClick;
     AskPicked m_onListSelection;

@@ -85,7 +85,7 @@ bool CGridCtrl::EndEdit() {
     const CString old = cellAt(cell).text;
     if (entered == old) return true;
     SetItemText(cell.row, cell.column, entered);
-    if (!m_onEndEdit || m_onEndEdit(cell)) return true;
+    if (!m_onEndEdit || m_onEndEdit(cell, old)) return true;
     if (has(cell)) SetItemText(cell.row, cell.column, old);
     return false;
 }
@@ -198,13 +198,12 @@ void CGridCtrl::userDoubleClicks(Cell cell) {
 // Nobody is asked before: the dialog hears of it as of the end of an edit.
 bool CGridCtrl::toggleCheck(Cell cell) {
     if (!has(cell) || isFixed(cell) || cellKind(cell.row, cell.column) != CellKind::kCheck) return false;
-    CGridCell& box = cellAt(cell);
-    if (box.format && box.format->isReadOnly) return false;
-    const CString old = box.text;
-    box.text = isChecked(cell.row, cell.column) ? "0" : "-1";
-    changed();
-    if (!m_onEndEdit || m_onEndEdit(cell)) return true;
-    if (has(cell)) SetItemText(cell.row, cell.column, old.empty() ? "0" : old);
+    const auto& format = cellAt(cell).format;
+    if (format && format->isReadOnly) return false;
+    const CString old = GetItemText(cell.row, cell.column);
+    SetItemText(cell.row, cell.column, old == kNoText ? kYesText : kNoText);
+    if (!m_onEndEdit || m_onEndEdit(cell, old)) return true;
+    if (has(cell)) SetItemText(cell.row, cell.column, old);
     return true;
 }
 

@@ -90,6 +90,7 @@ void CGridCtrl::userPresses(Cell cell, bool extend) {
 void CGridCtrl::userReleases(Cell cell, CellPart part) {
     const Cell released = originOf(cell);
     if (!has(released) || released.row < m_fixedRows) return;
+    if (m_editor && m_editor->cell != released) return;              // the press did not get away from there
     if (part == CellPart::kExpandBox) return toggleBranch(released); // of a tree of headers, too
     if (isFixed(released)) return;
     if (part == CellPart::kCheckBox) toggleCheck(released);
@@ -150,6 +151,13 @@ CGridCtrl::Cell CGridCtrl::nextCell(TableKey key, HeldKeys held) const {
     }
 }
 
+// Across the tree itself, or across all columns where the tree is a header that the focus cannot reach.
+bool CGridCtrl::opensByKeys(int column) const {
+    for (int header = 0; header < m_fixedColumns; ++header)
+        if (isTreeColumn(header)) return true;
+    return isTreeColumn(column);
+}
+
 // False when the key leads nowhere, so that it may mean something to others.
 bool CGridCtrl::moveFocus(TableKey key, HeldKeys held) {
     if (GetRowCount() <= m_fixedRows || edgeColumn(false) < 0) return false;
@@ -157,7 +165,7 @@ bool CGridCtrl::moveFocus(TableKey key, HeldKeys held) {
     if (has(m_focus) && !isFixed(m_focus) && IsRowShown(m_focus.row)) cell = nextCell(key, held);
     const bool moves = cell != m_focus;
     const bool isAcross = key == TableKey::kLeft || key == TableKey::kRight;
-    if (!moves && isAcross && isTreeColumn(m_focus.column) && hasBranch(m_focus.row)) {
+    if (!moves && isAcross && opensByKeys(m_focus.column) && hasBranch(m_focus.row)) {
         if ((key == TableKey::kRight) != isExpanded(m_focus.row)) toggleBranch(m_focus);
         return true;
     }

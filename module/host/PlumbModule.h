@@ -7,6 +7,7 @@
 
 namespace plumb {
 
+class RunningDatabase;
 class vqPlumbContext;
 
 inline constexpr const char* moduleVersion = "4.1.45 (26111)";
@@ -16,7 +17,8 @@ inline constexpr unsigned kHostApiVersion = 0x170000;
 struct ModuleState {
     std::unique_ptr<vqPlumbContext> theContext;
     bool bDoDocumentActivated = true; // whether activating a drawing calls the Lisp layer's to-do function
-    bool bOwnDaoState = false;        // this module has started the database engine, and stops it
+    const RunningDatabase* runningDatabase = nullptr; // of the innermost call; null without one
+    bool bOwnDaoState = false; // this module has started the database engine, and stops it
 };
 ModuleState& moduleState();
 

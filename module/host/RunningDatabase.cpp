@@ -1,25 +1,23 @@
 #include "host/RunningDatabase.h"
 
+#include "host/PlumbModule.h"
+
 #include <utility>
 
 namespace plumb {
 
-namespace {
-
-const RunningDatabase* innermost = nullptr;
-
-} // namespace
-
-RunningDatabase::RunningDatabase(CString path) : m_path(std::move(path)), m_outer(innermost) {
-    innermost = this;
+RunningDatabase::RunningDatabase(CString path)
+    : m_path(std::move(path)), m_outer(moduleState().runningDatabase) {
+    moduleState().runningDatabase = this;
 }
 
 RunningDatabase::~RunningDatabase() {
-    innermost = m_outer;
+    moduleState().runningDatabase = m_outer;
 }
 
 const CString& RunningDatabase::path() {
     static const CString none;
+    const RunningDatabase* innermost = moduleState().runningDatabase;
     return innermost ? innermost->m_path : none;
 }
 

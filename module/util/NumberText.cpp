@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <string_view>
 
 namespace plumb {
 
@@ -36,6 +37,10 @@ CString roundedDigits(double value, int decimals) {
     return "1" + digits;
 }
 
+std::string_view withoutLeadingBlanks(std::string_view text) {
+    return text.substr(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
+}
+
 } // namespace
 
 CString IntToText(long value) {
@@ -64,11 +69,10 @@ CString DoubleToTextWithCommas(double value, int decimals) {
 }
 
 double TextToDouble(const CString& text) {
-    std::size_t first = text.find_first_not_of(" \t");
-    if (first == CString::npos) return 0.0;
-    if (text[first] == '+') ++first;
+    std::string_view number = withoutLeadingBlanks(text);
+    if (number.starts_with('+') && !number.starts_with("+-")) number.remove_prefix(1);
     double value = 0.0;
-    const auto read = std::from_chars(text.data() + first, text.data() + text.size(), value);
+    const auto read = std::from_chars(number.data(), number.data() + number.size(), value);
     return read.ec == std::errc() && std::isfinite(value) ? value : 0.0;
 }
 
@@ -82,8 +86,9 @@ CString InchesToFeetText(double inches) {
 }
 
 double FeetTextToInches(const CString& text) {
-    const bool isNegative = !text.empty() && text.front() == '-';
-    const CString size = isNegative ? text.substr(1) : text;
+    CString size(withoutLeadingBlanks(text));
+    const bool isNegative = size.starts_with('-');
+    if (isNegative) size.erase(0, 1);
     const std::size_t dash = size.find('-');
     const double feet = TextToDouble(size.substr(0, dash));
     const double inches = dash == CString::npos ? 0.0 : TextToDouble(size.substr(dash + 1));

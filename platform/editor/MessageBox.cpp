@@ -56,7 +56,7 @@ int MessageBox(const char* text, const char* caption, unsigned type) {
     MessageWindow window{caption ? caption : "", text ? text : "", buttonsOf(type), {}, {}, iconOf(type)};
     const std::size_t second = (type & MB_DEFBUTTON2) && window.buttons.size() > 1 ? 1 : 0;
     window.defaultButton = window.buttons[second];
-    if (window.buttons.back() == "Cancel") window.cancelButton = "Cancel";
+    if (window.buttons.size() > 1) window.cancelButton = window.buttons.back();
     return show(std::move(window));
 }
 

@@ -59,8 +59,8 @@ public:
     // Under which the user's position and size of it are kept; several dialogs may share one.
     const CString& savedName() const { return m_savedName; }
     std::span<const ControlResize> resizeRules() const { return m_resizeRules; }
-    // Where the user had it last, in this session or an earlier one; none when it was never moved. It is kept
-    // when the window goes, however that comes about.
+    // Where it stood on a display when it went, in this session or an earlier one; none before. It is kept
+    // however the window goes.
     const std::optional<DialogPlace>& place() const { return m_place; }
     bool IsWindowEnabled() const { return m_isEnabled; }
     int focus() const { return m_focus; } // a control's id; 0 before any had it

@@ -35,7 +35,12 @@ void DialogControl::SetWindowText(const CString& text) {
 void EditControl::SetSel(int first, int last) {
     m_first = first;
     m_last = last;
+    ++m_requests;
     changed();
+}
+
+void EditControl::SelectAll() {
+    SetSel(0, static_cast<int>(m_text.size()));
 }
 
 void EditControl::userSelects(int first, int last) {

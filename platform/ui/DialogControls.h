@@ -45,15 +45,18 @@ private:
 class VELDRIN_API EditControl : public DialogControl {
 public:
     using DialogControl::DialogControl;
-    // Characters from first to last are selected; a last beyond the end means up to it.
+    // Bytes from first to last are selected; a last beyond the end means up to it.
     void SetSel(int first, int last);
-    void userSelects(int first, int last); // as the user's hand has it: nobody is told
+    void SelectAll();
+    int selectionRequests() const { return m_requests; } // how often the dialog selected something
+    void userSelects(int first, int last);               // as the user's hand has it: nobody is told
     int selectionFirst() const { return m_first; }
     int selectionLast() const { return m_last; }
 
 private:
     int m_first = 0;
     int m_last = 0;
+    int m_requests = 0;
 };
 
 class VELDRIN_API CheckControl : public DialogControl {

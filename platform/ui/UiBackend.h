@@ -102,8 +102,9 @@ public:
     std::vector<WindowLogEntry> takeLog();
 
 private:
-    // Asks the next responder, between the two entries that `answerOf` makes in the log.
+    // What the next responder says; none when the queue is empty.
     std::optional<std::string> respond(const WindowRequest& request);
+    // Asks it, and logs the window with its answer: `answerOf` gives what is returned and what is logged.
     template<class AnswerOf>
     auto serve(const WindowRequest& request, AnswerOf answerOf);
 

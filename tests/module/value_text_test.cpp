@@ -64,6 +64,7 @@ TEST(ValueText, FeetAndInchesThereAndBack) {
     EXPECT_EQ(FeetTextToInches("x-y"), 0.0);
     EXPECT_EQ(FeetTextToInches(""), 0.0);
     EXPECT_EQ(FeetTextToInches("--6"), -6.0);
+    EXPECT_EQ(FeetTextToInches(" -1-6"), -18.0) << "a blank in front is no sign";
 }
 
 TEST(ValueText, QuotesForSql) {

@@ -49,10 +49,10 @@
 (check "on, between and before the points"
        (mapcar '(lambda (n) (plumb-flow-lookup curve n)) '(0 5 10 15.0 40 -3)) '(0.0 10.0 20.0 25.0 35.0 0.0))
 (check "beyond the last, and without a slope"
-       (list (plumb-flow-lookup curve 60) (plumb-flow-lookup (cdr curve) 60)) '(45.0 35.0))
+       (list (plumb-flow-lookup curve 60) (plumb-flow-lookup (cdr curve) 60)) '(45.0 55.0))
 (check "a point at no fixtures" (mapcar '(lambda (n) (plumb-flow-lookup '((9 0 4.0 nil) (9 10 9.0 nil)) n)) '(0 5)) '(4.0 6.5))
 (check "two points of one number" (mapcar '(lambda (n) (plumb-flow-lookup '((9 2 4.0 nil) (9 2 6.0 nil) (9 4 8.0 nil)) n)) '(2 3)) '(4.0 7.0))
-(check "no points" (list (plumb-flow-lookup nil 7) (plumb-flow-lookup '((9 -1 2.0 nil)) 7)) '(0.0 14.0))
+(check "no points" (list (plumb-flow-lookup nil 7) (plumb-flow-lookup '((9 -1 2.0 nil)) 7)) '(7.0 14.0))
 (check "the least size counts up to the next point"
        (mapcar '(lambda (n) (plumb-flow-least curve n)) '(9.9 10 19.9 20 50)) '(0.0 0.5 0.5 0.0 2.0))
 
@@ -203,6 +203,10 @@
 (check "its size" (columns pipe '("ixPipeSize" "dSize" "bSizeLocked" "ixPipeSizingTable" "bPTrap" "iHangerType" "dHangerSpacing"))
        '(7 1.985 0 nil 0 0 40.0))
 (check "what was not touched" (columns pipe '("dZ2" "dExteriorLining")) '(99.03125 1.5))
+(check "what was, by less than is shown"
+       (mapcar '(lambda (pair) (plumb-query-same '(("dZ1" . 96.0) ("dZ2" . -18.50001) ("dExteriorLining" . 0.75)) pair))
+               '(("dZ1" . 96.0) ("dZ1" . 96.00004) ("dZ2" . -18.5) ("dExteriorLining" . 0.754) ("dExteriorLining" . 0.75)))
+       '(T nil T nil T))
 (check "as it is drawn" (mapcar '(lambda (code) (group code entity)) '(1 8 11 295))
        '("MAIN" "P-DOMW-COLD" (100.0 80.0 99.03125) 0))
 (check "no hangers" (hangers arrow) nil)

@@ -218,6 +218,20 @@
          "\nWrong type of arguments passed.\n")
   (check "an error" (vl-catch-all-error-p answer) T))
 
+;; Without types the flows are those of the pipe's own, after Edit too; what vanishes when it is shown can be set to 0.
+(flow w2 T 0.000001)
+(setq number -1)
+(ui-next '(lambda (window) (check "no sizes" (substr (cdr (assoc "text" window)) 1 15) "No sizes exist.") "OK"))
+(show '(lambda (window)
+         (setq shown (grid))
+         (ui-click 1078)
+         (check "categories renamed, rows kept" (mapcar 'caddr (grid)) (mapcar 'caddr shown))
+         (check "it vanishes" (ui-cell 1052 3 4) "0.00000")
+         (ui-edit 1052 3 4 "0")
+         (ok)))
+(setq number 7)
+(check "and goes" (flows) (list (list w1 -1 5.0) (list w1 0 12.0)))
+
 ;; Driven wrongly: the window closes, the flows stay.
 (setq before (flows))
 (defun failing (act)

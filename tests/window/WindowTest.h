@@ -1,6 +1,6 @@
 #pragma once
 
-#include "dialogs/GridDialog.h"
+#include "dialogs/ProjectDialog.h"
 #include "runtime/Host.h"
 #include "window/DialogWindow.h"
 #include "window/TableWidget.h"

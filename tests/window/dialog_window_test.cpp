@@ -92,6 +92,10 @@ TEST_F(Window, TellsTheDialogWhatTheUserDoes) {
         QTest::mouseClick(&apply, Qt::LeftButton);
         turn();
         EXPECT_EQ(in<QLineEdit>(window, kName).selectedText(), "applied");
+        in<QLineEdit>(window, kName).deselect();
+        QTest::mouseClick(&apply, Qt::LeftButton);
+        turn();
+        EXPECT_EQ(in<QLineEdit>(window, kName).selectedText(), "applied") << "selected again";
         QTest::keyClicks(&in<QLineEdit>(window, kName), "x");
         turn();
         EXPECT_EQ(in<QLineEdit>(window, kName).text(), "x");
@@ -111,6 +115,11 @@ TEST_F(Window, ReturnAndEscapeReachTheDialogsOwnButtons) {
         EXPECT_TRUE(QTest::qWaitFor([&] { return !window.isVisible(); })) << "a button takes its time";
     });
     EXPECT_EQ(things.DoModal(), 7);
+    next([](DialogWindow& window) {
+        window.widgetOf(kLeave)->setFocus();
+        QTest::keyClick(window.widgetOf(kLeave), Qt::Key_Return);
+    });
+    EXPECT_EQ(things.DoModal(), 8) << "the button that has the keyboard goes before the default one";
 }
 
 TEST_F(Window, ControlsFollowTheWindowsSize) {

@@ -26,12 +26,13 @@ constexpr GridColumnForm kColumns[] = {{"key", "", GridColumnKind::kHidden},
                                        {"bBox", "Box", GridColumnKind::kCheck},
                                        {"sColor", "Colour", GridColumnKind::kList, "red|green"},
                                        {"sFree", "Free", GridColumnKind::kList, "|Browse. . ."}};
-constexpr GridDialogForm kForm{kTemplate, "test:Table", {}, kGrid, kColumns};
+constexpr ProjectDialogForm kForm{kTemplate, "test:Table", {}};
+constexpr GridForm kGridForm{kGrid, kColumns};
 
 // Rows: 1 a branch, 2 and 3 under it, 4 merged and coloured, then many.
-class TableDialog : public GridDialog {
+class TableDialog : public ProjectDialog {
 public:
-    TableDialog() : GridDialog(kForm) {
+    TableDialog() : ProjectDialog(kForm) {
         m_grid.mayEdit = [](CGridCtrl::Cell at) { return at.row != 4; };
         m_grid.accepts = [this](CGridCtrl::Cell at) {
             told += m_grid.GetItemText(at.row, at.column) + ";";
@@ -59,6 +60,9 @@ protected:
         m_grid.SetItemColors(4, kTree, 0xFFFFFF, 0x102030);
         m_grid.SetFocusCell(6, kText);
     }
+
+private:
+    DialogGrid m_grid{*this, kGridForm};
 };
 
 class Table : public WindowTest {

@@ -1,6 +1,6 @@
 #include "database/tables/tblPipeType.h"
 #include "dialogs/DialogDatabase.h"
-#include "dialogs/GridDialog.h"
+#include "dialogs/ProjectDialog.h"
 #include "dialogs/QueryRows.h"
 #include "module/database/DatabaseTest.h"
 #include "ui/UiBackend.h"
@@ -31,11 +31,12 @@ constexpr GridColumnForm kColumns[] = {{"", "", GridColumnKind::kHidden},
                                        {"bFittingTicks", "Ticks", GridColumnKind::kCheck},
                                        {"iElbow", "Elbow", GridColumnKind::kList, "Right Angle|Arc"}};
 constexpr ControlResize kResize[] = {{kGrid, kStretchBoth, 100}};
-constexpr GridDialogForm kTypes{kTypesTemplate, "test:Types", kResize, kGrid, kColumns};
+constexpr ProjectDialogForm kTypes{kTypesTemplate, "test:Types", kResize};
+constexpr GridForm kTypeGrid{kGrid, kColumns};
 
-class TypeDialog : public GridDialog {
+class TypeDialog : public ProjectDialog {
 public:
-    explicit TypeDialog(CDBConnection& connection) : GridDialog(kTypes), m_record(false, &connection) {
+    explicit TypeDialog(CDBConnection& connection) : ProjectDialog(kTypes), m_record(false, &connection) {
         setDatabase(&connection, false);
         m_grid.accepts = [this](CGridCtrl::Cell at) {
             return at.column != kName || m_grid.acceptsUniqueName(at);
@@ -70,7 +71,7 @@ protected:
 
 private:
     void writeTypes() {
-        deleteRecords(m_record, m_deleted);
+        deleteRecords(m_record, m_grid);
         for (int row = 1; row < m_grid.GetRowCount(); ++row) {
             if (!openRecord(m_record, m_grid.GetTextByField(row, "ixPipeType"))) continue;
             m_record.iSortOrder = row;
@@ -87,13 +88,11 @@ private:
     void deleteRow() {
         const int row = m_grid.GetFocusRow();
         if (m_grid.GetRowCount() <= 2) return tellUser("You cannot delete the last pipe type.");
-        m_deleted.push_back(std::atoi(m_grid.GetItemText(row, kKey).c_str()));
-        m_grid.DeleteRow(row);
-        m_grid.focusAfterDelete(row, kName);
+        m_grid.removeRow(row, "ixPipeType", kName);
     }
 
+    DialogGrid m_grid{*this, kTypeGrid};
     tblPipeType m_record;
-    std::vector<long> m_deleted;
 };
 
 class Frame : public DatabaseTest {
@@ -164,6 +163,35 @@ TEST_F(Frame, ANameIsNotGivenTwice) {
     });
     EXPECT_EQ(dialog.DoModal(), 1);
     EXPECT_EQ(types(), "'hot water'|'Cold water'|'Vent'");
+}
+
+TEST_F(Frame, ARefusalKeepsToItsCell) {
+    TypeDialog dialog(connection);
+    next([&](CAcUiDialog&) {
+        DialogGrid& grid = dialog.grid();
+        constexpr int kTicks = 4;
+        edit(grid, 1, kName, "typed");
+        grid.accepts = [&](CGridCtrl::Cell) { return grid.refuse("One must be left."); };
+        grid.userPresses({3, kTicks}, false);
+        grid.userReleases({3, kTicks}, veldrin::CellPart::kCheckBox);
+        EXPECT_EQ(grid.GetItemText(3, kTicks) + grid.GetItemText(1, kName), "0typed") << "and no other one";
+        EXPECT_FALSE(grid.editor());
+
+        std::string told;
+        grid.selected = [&](CGridCtrl::Cell at) { told += std::to_string(at.row); };
+        grid.clicked = [&](CGridCtrl::Cell at) { told += "!" + std::to_string(at.row); };
+        edit(grid, 1, kName, "bad");
+        told.clear();
+        grid.userPresses({2, kTicks}, false);
+        grid.userReleases({2, kTicks}, veldrin::CellPart::kCheckBox);
+        EXPECT_EQ(told + grid.GetItemText(2, kTicks), "0") << "a click that is held back does nothing";
+        edit(grid, 1, kName, "bad");
+        grid.userKeys(veldrin::TableKey::kEscape, {});
+        told.clear();
+        grid.userPresses({2, kName}, false);
+        EXPECT_EQ(told, "2") << "Escape has settled it";
+    });
+    dialog.DoModal();
 }
 
 TEST_F(Frame, RowsAreWrittenAtOkAlone) {

@@ -1,7 +1,7 @@
 // What the dialogs to come ask of the frame: a tree that is filled by clicks, a dialog that is left for the
 // drawing and comes back, a tree of merged rows.
 
-#include "dialogs/GridDialog.h"
+#include "dialogs/ProjectDialog.h"
 #include "dialogs/QueryRows.h"
 #include "module/database/DatabaseTest.h"
 #include "ui/UiBackend.h"
@@ -24,15 +24,16 @@ constexpr GridColumnForm kColumns[] = {{"sValue", "ID", GridColumnKind::kTree},
                                        {"ixType", "", GridColumnKind::kHidden},
                                        {"bLoaded", "", GridColumnKind::kHidden},
                                        {"dValue", "Value"}};
-constexpr GridDialogForm kForm{kTemplate, "test:Tree", {}, kGrid, kColumns};
+constexpr ProjectDialogForm kForm{kTemplate, "test:Tree", {}};
+constexpr GridForm kGridForm{kGrid, kColumns};
 
 // Types, each with a row that stands for its sizes until a click loads them. It is left by a button, and
 // comes back on the row where it was.
-class TreeDialog : public GridDialog {
+class TreeDialog : public ProjectDialog {
 public:
     static constexpr int kPicked = 100;
 
-    explicit TreeDialog(CDBConnection& connection) : GridDialog(kForm) {
+    explicit TreeDialog(CDBConnection& connection) : ProjectDialog(kForm) {
         setDatabase(&connection, false);
         m_grid.mayEdit = [](CGridCtrl::Cell) { return false; };
         m_grid.clicked = [this](CGridCtrl::Cell at) {
@@ -76,6 +77,7 @@ private:
             m_grid.SetTextByField(at, "dValue", std::to_string(size.real(1)));
         }
     }
+    DialogGrid m_grid{*this, kGridForm};
     CString m_type; // lives from one showing to the next
 };
 

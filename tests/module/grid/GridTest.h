@@ -23,7 +23,7 @@ protected:
             for (int column = 0; column < columns; ++column)
                 grid.SetItemText(row, column, std::to_string(row) + "," + std::to_string(column));
         grid.OnBeginEdit([this](Cell at) { return tell("begin", at), mayBegin; });
-        grid.OnEndEdit([this](Cell at) {
+        grid.OnEndEdit([this](Cell at, const std::string&) {
             return tell("end", at), told += grid.GetItemText(at.row, at.column) + ";", mayEnd;
         });
         grid.OnSelectionChanged([this](Cell at) { tell("focus", at); });

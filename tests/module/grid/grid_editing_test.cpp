@@ -83,7 +83,7 @@ TEST_F(GridEditing, GoingElsewhereStores) {
 }
 
 TEST_F(GridEditing, TheDialogPutsAnotherTextOrRow) {
-    grid.OnEndEdit([this](Cell at) {
+    grid.OnEndEdit([this](Cell at, const std::string&) {
         grid.SetItemText(at.row, at.column, "[" + grid.GetItemText(at.row, at.column) + "]");
         return grid.SwapRows(1, 2);
     });
@@ -103,7 +103,7 @@ TEST_F(GridEditing, TheDialogPutsAnotherTextOrRow) {
 
 TEST_F(GridEditing, ARefusedCellIsNotLeftByAClick) {
     bool isRefused = false;
-    grid.OnEndEdit([&](Cell at) {
+    grid.OnEndEdit([&](Cell at, const std::string&) {
         grid.SetItemText(at.row, at.column, "old");
         grid.SetFocusCell(at.row, at.column);
         grid.StartEdit();

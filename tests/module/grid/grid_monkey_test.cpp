@@ -19,7 +19,7 @@ public:
         grid.SetCheckColumn(2);
         grid.SetComboColumn(3, "red|green");
         grid.OnBeginEdit([this](CGridCtrl::Cell) { return interfere(); });
-        grid.OnEndEdit([this](CGridCtrl::Cell) { return interfere(); });
+        grid.OnEndEdit([this](CGridCtrl::Cell, const CString&) { return interfere(); });
         grid.OnSelectionChanged([this](CGridCtrl::Cell) { interfere(); });
         grid.OnClick([this](CGridCtrl::Cell) { interfere(); });
         grid.OnListSelection([this](CGridCtrl::Cell, const std::string&) { return interfere(); });

@@ -1,4 +1,4 @@
-#include "dialogs/GridDialog.h"
+#include "dialogs/ProjectDialog.h"
 
 #include "database/CDBConnection.h"
 #include "editor/aced.h"
@@ -7,31 +7,35 @@
 
 namespace plumb {
 
-GridDialog::GridDialog(const GridDialogForm& form) : CAcUiDialog(form.form), m_dialogForm(form) {}
+ProjectDialog::ProjectDialog(const ProjectDialogForm& form) : CAcUiDialog(form.form), m_projectForm(form) {}
 
-void GridDialog::setDatabase(CDBConnection* connection, bool isStandards) {
+void ProjectDialog::setDatabase(CDBConnection* connection, bool isStandards) {
     m_connection = connection;
     m_isStandards = isStandards;
 }
 
-bool GridDialog::OnInitDialog() {
-    SetDialogName(m_dialogForm.savedName);
+bool ProjectDialog::OnInitDialog() {
+    SetDialogName(m_projectForm.savedName);
     const bool takesFocus = CAcUiDialog::OnInitDialog();
-    SetControlProperty(m_dialogForm.resize);
-    table(m_dialogForm.gridId).SetTable(&m_grid);
-    m_grid.SetRedraw(false);
-    m_grid.build(m_dialogForm.columns);
+    SetControlProperty(m_projectForm.resize);
+    for (DialogGrid* grid : m_grids) {
+        table(grid->id()).SetTable(grid);
+        grid->SetRedraw(false);
+        grid->build();
+    }
     load();
-    m_grid.AutoSizeColumns();
-    m_grid.SetRedraw(true);
+    for (DialogGrid* grid : m_grids) {
+        grid->AutoSizeColumns();
+        grid->SetRedraw(true);
+    }
     return takesFocus;
 }
 
-void GridDialog::OnDestroy() {
-    CAcUiDialog::OnOK(); // too late to change the result; it keeps what the base keeps
+void ProjectDialog::OnDestroy() {
+    CAcUiDialog::OnOK(); // as for one that ends by OK; the result stays what it is
 }
 
-bool GridDialog::canStore() {
+bool ProjectDialog::canStore() {
     if (connection().CanUpdate()) return true;
     warnUser(connection().IsOpen()
                  ? "The project database is read-only.\nNothing can be stored."
@@ -40,7 +44,7 @@ bool GridDialog::canStore() {
     return false;
 }
 
-bool GridDialog::store(const std::function<void()>& write) {
+bool ProjectDialog::store(const std::function<void()>& write) {
     if (!canStore()) return false;
     if (connection().StoreTogether(write)) return true;
     int code = 0;
@@ -51,7 +55,14 @@ bool GridDialog::store(const std::function<void()>& write) {
     return false;
 }
 
-LispAnswer GridDialog::askLisp(ResbufChain call) {
+bool ProjectDialog::refuseEdit(int id, const CString& message) {
+    tellUser(message);
+    edit(id).SetFocus();
+    edit(id).SelectAll();
+    return false;
+}
+
+LispAnswer ProjectDialog::askLisp(ResbufChain call) {
     EnableWindow(false);
     LispAnswer answer = callLisp(std::move(call));
     EnableWindow(true);
@@ -59,11 +70,11 @@ LispAnswer GridDialog::askLisp(ResbufChain call) {
     return answer;
 }
 
-LispAnswer GridDialog::askLisp(const char* name) {
+LispAnswer ProjectDialog::askLisp(const char* name) {
     return askLisp(ResbufChain(acutBuildList(RTSTR, name, 0)));
 }
 
-void GridDialog::handOver(const std::function<void()>& openNext) {
+void ProjectDialog::handOver(const std::function<void()>& openNext) {
     OnOK();
     if (!isOpen()) openNext();
 }

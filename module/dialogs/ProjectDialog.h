@@ -11,22 +11,23 @@ namespace plumb {
 
 class CDBConnection;
 
-// What a dialog of one grid is made of.
-struct GridDialogForm {
+// What a dialog is made of, but for its grids.
+struct ProjectDialogForm {
     const DialogTemplate& form;
     const char* savedName; // under which its place on the screen is kept
     std::span<const ControlResize> resize;
-    int gridId;
-    std::span<const GridColumnForm> columns;
 };
 
-// A dialog around a grid, on a project database that it borrows. A class of it hangs its rules on the grid
-// and its handlers on the buttons in its constructor, fills everything in load(), and writes in OnOK.
-class GridDialog : public CAcUiDialog {
-protected:
-    explicit GridDialog(const GridDialogForm& form);
+// A dialog on a project database that it borrows. A class of it has its grids as members, hangs its rules on
+// them and its handlers on the buttons in its constructor, fills everything in load(), and writes in OnOK.
+class ProjectDialog : public CAcUiDialog {
+public:
+    void adopt(DialogGrid& grid) { m_grids.push_back(&grid); } // each of its grids, which calls it itself
 
-    virtual void load() = 0;
+protected:
+    explicit ProjectDialog(const ProjectDialogForm& form);
+
+    virtual void load() = 0; // the grids have their columns and nothing else
 
     void setDatabase(CDBConnection* connection, bool isStandards);
     CDBConnection& connection() const { return *m_connection; }
@@ -37,6 +38,10 @@ protected:
     // connection that was closed behind the dialog's back takes everything without a word.
     bool store(const std::function<void()>& write);
 
+    // Tells the user what is wrong with the text of an edit, which is there to be typed over then. False, so
+    // that a check can end with it.
+    bool refuseEdit(int id, const CString& message);
+
     // Calls a function of the Lisp layer that may ask the user something: the dialog is disabled meanwhile.
     LispAnswer askLisp(ResbufChain call);
     LispAnswer askLisp(const char* name);
@@ -44,20 +49,16 @@ protected:
     // Stores and ends this dialog as OK does, and then runs what opens another one.
     void handOver(const std::function<void()>& openNext);
 
-    DialogGrid m_grid{*this};
-
 private:
     bool canStore();
     bool OnInitDialog() final;
     void OnDestroy() override;
 
-    const GridDialogForm& m_dialogForm;
+    const ProjectDialogForm& m_projectForm;
+    std::vector<DialogGrid*> m_grids;
     CDBConnection* m_connection = nullptr;
     bool m_isStandards = false;
 };
-
-// Rows that exist in the grid alone say so in the column of their key.
-inline constexpr const char* kNewRow = "NEW";
 
 // Readies a record for what a row holds: a new one, or the one of that key. False for a key that is gone.
 template<class Record>
@@ -71,11 +72,11 @@ bool openRecord(Record& record, const CString& key) {
     return true;
 }
 
-// Deletes what left the grid since it was filled.
+// Deletes what left a grid since it was filled.
 template<class Record>
-void deleteRecords(Record& record, const std::vector<long>& keys) {
-    for (const long key : keys)
-        if (record.Seek(static_cast<std::int32_t>(key))) record.Delete();
+void deleteRecords(Record& record, const DialogGrid& grid) {
+    for (const std::int32_t key : grid.removedKeys())
+        if (record.Seek(key)) record.Delete();
 }
 
 } // namespace plumb
